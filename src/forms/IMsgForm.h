@@ -1,0 +1,24 @@
+#pragma once
+// How every page shows a message on the one message form. GUI thread.
+
+#include <QString>
+
+class IMsgForm
+{
+public:
+    IMsgForm(); ///< m_key becomes a fresh UUID
+    virtual ~IMsgForm() = default;
+
+    /// Shows and blocks in a local event loop; true is Yes. A refused form reads as No.
+    virtual bool execMessageForm(QString text, int icon, int buttons, QString key);
+    virtual bool execMessageForm(QString title, QString text, int icon, int buttons, QString key);
+    virtual bool execMessageForm(quint32 id, QString text, int icon, int buttons, QString key);
+    /// Shows and returns; false when the form belongs to someone else.
+    virtual bool showMessageForm(QString text, int icon, int buttons, QString key);
+    virtual bool showMessageForm(QString title, QString text, int icon, int buttons, QString key);
+    virtual bool showMessageForm(quint32 id, QString text, int icon, int buttons, QString key);
+    virtual void closeMessageForm();
+
+protected:
+    QString m_key;
+};
