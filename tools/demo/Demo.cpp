@@ -1,0 +1,186 @@
+#include "Demo.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+constexpr int printLimitMs = 30 * 60 * 1000;
+
+int say(const QString &text, int result = 0)
+{
+    std::printf("%s\n", qUtf8Printable(text));
+    std::fflush(stdout);
+    return result;
+}
+
+/// A bar on a terminal, a line each tenth elsewhere.
+class ProgressBar
+{
+public:
+    void show(const PrinterRig::Progress &progress)
+    {
+        if (progress.total <= 0)
+            return;
+        const int percent = 100 * progress.layer / progress.total;
+        if (::isatty(STDOUT_FILENO)) {
+            const QString bar = QString(percent / 2, '#').leftJustified(50, '.');
+            std::printf("\r  [%s] %3d %%  layer %d of %d ", qUtf8Printable(bar), percent, progress.layer,
+                        progress.total);
+        } else if (percent / 10 != m_tenth) {
+            std::printf("  %3d %%  layer %d of %d\n", percent, progress.layer, progress.total);
+        }
+        m_tenth = percent / 10;
+        std::fflush(stdout);
+    }
+    void end()
+    {
+        if (::isatty(STDOUT_FILENO))
+            std::printf("\n");
+    }
+
+private:
+    int m_tenth = -1;
+};
+
+QJsonObject readJson(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
+bool packModel(const DemoOptions &options, const QString &model)
+{
+    QByteArray output;
+    if (runProgram(options.install + "/tzlpack", {options.mesh, "--out", model}, options.install, &output) == 0)
+        return true;
+    say("The mesh could not be packed:\n" + QString::fromUtf8(output));
+    return false;
+}
+
+/// Slices the model once more, apart from the print, and holds the printed layers against it.
+bool compareLayers(const DemoOptions &options, const QString &name)
+{
+    const QString layers = options.out + "/layers";
+    QDir(layers).removeRecursively();
+    QDir().mkpath(layers);
+    QByteArray output;
+    if (runProgram(options.install + "/Lamorel/lamorel.exe", {"-X", "model/" + name, "-O", layers},
+                   options.install, &output) != 0) {
+        say("The model could not be sliced again:\n" + QString::fromUtf8(output.right(500)));
+        return false;
+    }
+    const int code = runProgram(options.install + "/pelora-compare",
+                                {"--passes", options.out + "/parts/passes.bin", "--ini",
+                                 options.install + "/model/" + name + ".ini", "--layers", layers, "--json",
+                                 options.out + "/compare.json"},
+                                options.install, &output);
+    say("  " + QString::fromUtf8(output).trimmed().replace('\n', "\n  "));
+    QDir(layers).removeRecursively();
+    return code == 0;
+}
+
+bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name)
+{
+    say("Starting the machine and the program ...");
+    QElapsedTimer start;
+    if (!rig.startMachine())
+        return false;
+    start.start();
+    if (!rig.startProduct())
+        return false;
+    say(QString("  window after %1 ms").arg(start.elapsed()));
+    say("Adding " + name + " from the USB folder ...");
+    if (!rig.bringFromUsb(options.out + "/usb", name))
+        return false;
+    say("Pressing Start ...");
+    if (!rig.startPrint())
+        return false;
+    ProgressBar bar;
+    bool pictured = false;
+    const QString end = rig.waitPrintEnd(printLimitMs, [&](const PrinterRig::Progress &progress) {
+        bar.show(progress);
+        if (!pictured && progress.total > 0 && progress.layer * 2 >= progress.total)
+            pictured = rig.shot(options.out + "/home.png");
+    });
+    bar.end();
+    if (end.isEmpty())
+        return false;
+    say("  the screen says: " + end);
+    return end.contains("打印完成");
+}
+
+int judge(const DemoOptions &options, const QString &name, double seconds)
+{
+    const QJsonObject report = readJson(options.out + "/report.json");
+    const int violations = report["violations"].toArray().size();
+    say(QString("Printed %1 layers in %2 passes, %3 s wall time, %4 s machine time.")
+            .arg(report["layers"].toInt())
+            .arg(report["passes"].toInt())
+            .arg(seconds, 0, 'f', 1)
+            .arg(report["machineSeconds"].toDouble(), 0, 'f', 0));
+    say(QString("The program itself adds %1 ms between two sweeps (median).")
+            .arg(report["programGapMs"].toObject()["median"].toDouble(), 0, 'f', 2));
+    say(QString("Violations: %1").arg(violations));
+    for (const QJsonValue &violation : report["violations"].toArray())
+        say("  " + QString::fromUtf8(QJsonDocument(violation.toObject()).toJson(QJsonDocument::Compact)));
+    say("Comparing the printed layers with the slicer's ...");
+    const bool equal = compareLayers(options, name);
+    say("Report and pictures: " + QDir::toNativeSeparators(options.out));
+    if (violations || !equal || report["layers"].toInt() == 0)
+        return say("The demo FAILED.", 1);
+    return say("The demo is done: every dot is where the slicer wanted it.");
+}
+} // namespace
+
+int runDemo(const DemoOptions &options)
+{
+    const QString name = QFileInfo(options.mesh).completeBaseName() + ".tzl";
+    QDir().mkpath(options.out + "/usb");
+    say("Packing " + options.mesh + " ...");
+    if (!packModel(options, options.out + "/usb/" + name))
+        return 1;
+    RigOptions rigOptions;
+    rigOptions.install = options.install;
+    rigOptions.scale = options.scale;
+    rigOptions.machineArguments = QStringList{"--report", options.out + "/report.json",
+                                              "--parts",  options.out + "/parts"};
+    QElapsedTimer clock;
+    clock.start();
+    PrinterRig rig(rigOptions);
+    if (!printModel(rig, options, name))
+        return say("The print failed: " + rig.error(), 1);
+    const double seconds = clock.elapsed() / 1000.0;
+    if (!rig.stopProduct() || !rig.stopMachine())
+        return say(rig.error(), 1);
+    return judge(options, name, seconds);
+}
+
+int runScreen(const DemoOptions &options)
+{
+    const QString name = QFileInfo(options.mesh).completeBaseName() + ".tzl";
+    QDir().mkpath(options.out + "/usb");
+    if (!packModel(options, options.out + "/usb/" + name))
+        return 1;
+    RigOptions rigOptions;
+    rigOptions.install = options.install;
+    rigOptions.scale = options.scale;
+    const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    rigOptions.platform = display ? (qEnvironmentVariableIsSet("DISPLAY") ? "xcb" : "wayland")
+                                  : "vnc:size=600x1024:addr=127.0.0.1:port=5900";
+    PrinterRig rig(rigOptions);
+    if (!rig.startMachine() || !rig.startProduct())
+        return say(rig.error(), 1);
+    rig.machine({"usb", "plug", options.out + "/usb"});
+    if (!display)
+        say("There is no display: point a VNC viewer at 127.0.0.1:5900.");
+    say("The window is yours: queue page, then the USB button, adds " + name + "; the Home page starts it.");
+    say("Work the machine beside it: " + options.install + "/machinectl --install " + options.install + " help");
+    rig.waitFor([&] { return !rig.productRuns(); }, std::numeric_limits<int>::max());
+    return 0;
+}
