@@ -1,0 +1,152 @@
+#include "TestPrinter.h"
+
+#include "TestMesh.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+namespace {
+constexpr int pixelsX = 216; // with 20 blank columns at each side 256 pixels wide
+constexpr int pictureWidth = 256;
+constexpr double columnUm = 25400.0 / 600.0;
+
+/// Files are linked, config is copied: it is what a test changes.
+void stageInstallation(const QString &target)
+{
+    const QString stage = PELORA_STAGE;
+    QDirIterator files(stage, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        const QString relative = QDir(stage).relativeFilePath(file);
+        const QString copy = target + "/" + relative;
+        QDir().mkpath(QFileInfo(copy).path());
+        if (relative.startsWith("config/"))
+            QFile::copy(file, copy);
+        else
+            QFile::link(file, copy);
+    }
+}
+} // namespace
+
+TestPrinter::TestPrinter()
+{
+    stageInstallation(install());
+    QDir().mkpath(usb());
+    QDir().mkpath(out());
+    QFile file(install() + "/config/Sys.json");
+    double start = 0;
+    if (file.open(QIODevice::ReadOnly))
+        start = QJsonDocument::fromJson(file.readAll())["ForwardStartPos"].toDouble();
+    file.close();
+    // A reverse page starts at the far edge of this small picture.
+    configure("Sys.json", {{"ReverseStartPos", start + (pictureWidth - 1) * columnUm}});
+}
+
+bool TestPrinter::makeModel(const QString &name, const QStringList &packOptions, double heightMm)
+{
+    const QString mesh = m_folder.path() + "/mesh.stl";
+    QStringList arguments{mesh, "--out", usb() + "/" + name, "--pixels-x", QString::number(pixelsX)};
+    arguments += packOptions;
+    QByteArray output;
+    if (writeTeeBar(mesh, heightMm) && runProgram(install() + "/tzlpack", arguments, install(), &output) == 0)
+        return true;
+    m_error = QString::fromUtf8(output);
+    return false;
+}
+
+bool TestPrinter::start(const QStringList &environment, bool withMachine)
+{
+    RigOptions options;
+    options.install = install();
+    options.environment = environment;
+    options.withMachine = withMachine;
+    options.machineArguments = QStringList{"--report", out() + "/report.json", "--parts", out() + "/parts"};
+    m_rig = std::make_unique<PrinterRig>(options);
+    return (!withMachine || m_rig->startMachine()) && m_rig->startProduct();
+}
+
+bool TestPrinter::print(const QString &name)
+{
+    return m_rig->bringFromUsb(usb(), name) && m_rig->startPrint();
+}
+
+QJsonObject TestPrinter::stop()
+{
+    m_rig->stopProduct();
+    m_rig->stopMachine();
+    QFile report(out() + "/report.json");
+    return report.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(report.readAll()).object() : QJsonObject();
+}
+
+int TestPrinter::differingDots(const QString &name, const QString &sequence)
+{
+    const QString layers = out() + "/layers";
+    QDir().mkpath(layers);
+    QByteArray output;
+    if (runProgram(install() + "/Lamorel/lamorel.exe", {"-X", "model/" + name, "-O", layers}, install(), &output))
+        return -1;
+    const QString result = out() + "/compare.json";
+    QStringList arguments{"--passes", out() + "/parts/passes.bin", "--ini", install() + "/model/" + name + ".ini",
+                          "--layers", layers, "--json", result};
+    if (!sequence.isEmpty())
+        arguments << "--sequence" << sequence;
+    const int code = runProgram(install() + "/pelora-compare", arguments, install(), &output);
+    QFile file(result);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qDebug().noquote() << output;
+        return -1;
+    }
+    const QJsonDocument report = QJsonDocument::fromJson(file.readAll());
+    const int differing = report["differing"].toInt(-1);
+    if (differing || code)
+        qDebug().noquote() << output;
+    return code && !differing ? -1 : differing;
+}
+
+bool TestPrinter::configure(const QString &name, const QVariantMap &values)
+{
+    QFile file(install() + "/config/" + name);
+    QVariantMap all;
+    if (file.open(QIODevice::ReadOnly))
+        all = QJsonDocument::fromJson(file.readAll()).toVariant().toMap();
+    file.close();
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (value->isNull())
+            all.remove(value.key());
+        else
+            all[value.key()] = *value;
+    }
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+           file.write(QJsonDocument::fromVariant(all).toJson()) > 0;
+}
+
+QList<QVariantMap> TestPrinter::query(const QString &statement)
+{
+    QList<QVariantMap> rows;
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", install());
+        database.setDatabaseName(install() + "/pelora.db");
+        database.open();
+        QSqlQuery query(statement, database);
+        while (query.next()) {
+            QVariantMap row;
+            for (int field = 0; field < query.record().count(); ++field)
+                row[query.record().fieldName(field)] = query.value(field);
+            rows << row;
+        }
+    }
+    QSqlDatabase::removeDatabase(install());
+    return rows;
+}
+
+QString TestPrinter::log() const
+{
+    QFile file(m_folder.path() + "/.PeloraTemp/log/pelora.log");
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}

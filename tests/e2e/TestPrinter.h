@@ -1,0 +1,42 @@
+#pragma once
+// An installation of its own in a temporary folder, for one end-to-end test.
+
+#include "PrinterRig.h"
+
+#include <QTemporaryDir>
+#include <QVariantMap>
+#include <memory>
+
+class TestPrinter
+{
+public:
+    TestPrinter();
+
+    /// Packs a small bar into the USB folder under this name. Further options go to tzlpack.
+    bool makeModel(const QString &name, const QStringList &packOptions = {}, double heightMm = 0.7);
+    /// Starts machine and program.
+    bool start(const QStringList &environment = {}, bool withMachine = true);
+    PrinterRig &rig() { return *m_rig; }
+    /// Brings the model in and starts it.
+    bool print(const QString &name);
+    /// Ends program and machine; the machine's report.
+    QJsonObject stop();
+    /// Holds the printed layers against a fresh slicing; `sequence` names the layers as printed, empty for all in order.
+    /// Differing dots, or -1 when it could not be compared.
+    int differingDots(const QString &name, const QString &sequence = {});
+
+    QString install() const { return m_folder.path() + "/install"; }
+    QString usb() const { return m_folder.path() + "/usb"; }
+    QString out() const { return m_folder.path() + "/out"; }
+    /// Changes keys of a JSON file under config/.
+    bool configure(const QString &file, const QVariantMap &values);
+    /// Rows of a query on the program's database.
+    QList<QVariantMap> query(const QString &statement);
+    QString log() const;
+    QString error() const { return m_rig ? m_rig->error() : m_error; }
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<PrinterRig> m_rig;
+    QString m_error;
+};

@@ -1,0 +1,86 @@
+// A computer with parts missing: the program starts, says what it must, and stays usable.
+
+#include "TestPrinter.h"
+
+#include <QDir>
+#include <QtTest>
+#include <functional>
+
+namespace {
+using Break = std::function<void(TestPrinter &)>;
+
+void removeFolder(const QString &path)
+{
+    QDir(path).removeRecursively();
+}
+} // namespace
+Q_DECLARE_METATYPE(Break)
+
+class TestBare : public QObject
+{
+    Q_OBJECT
+private slots:
+    void staysUsable_data();
+    void staysUsable();
+    void startsAndCloses();
+};
+
+void TestBare::staysUsable_data()
+{
+    QTest::addColumn<bool>("machine");
+    QTest::addColumn<Break>("damage");
+    QTest::addColumn<QString>("message"); // shown at start; empty: none expected
+    QTest::addColumn<QString>("log");
+    QTest::newRow("no bridge and no boards") << false << Break([](TestPrinter &) {}) << "COM16串口打开失败" << "";
+    QTest::newRow("no head library") << true << Break([](TestPrinter &printer) {
+        QFile::remove(printer.install() + "/hibApiDll64.so");
+    }) << "检测到喷头异常" << "hibApiDll64";
+    QTest::newRow("no slicer") << true << Break([](TestPrinter &printer) {
+        removeFolder(printer.install() + "/Lamorel");
+    }) << "请确保切片软件版本大于" << "";
+    QTest::newRow("database not writable") << true << Break([](TestPrinter &printer) {
+        QDir().mkpath(printer.install() + "/pelora.db");
+    }) << "" << "";
+    QTest::newRow("no configuration") << false << Break([](TestPrinter &printer) {
+        removeFolder(printer.install() + "/config");
+    }) << "COM16串口打开失败" << "";
+    QTest::newRow("configuration is no JSON") << true << Break([](TestPrinter &printer) {
+        QFile file(printer.install() + "/config/Ink.json");
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("{ not json");
+    }) << "" << "json error";
+}
+
+void TestBare::staysUsable()
+{
+    QFETCH(bool, machine);
+    QFETCH(Break, damage);
+    QFETCH(QString, message);
+    QFETCH(QString, log);
+    TestPrinter printer;
+    damage(printer);
+    QVERIFY2(printer.start({}, machine), qPrintable(printer.error()));
+    PrinterRig &rig = printer.rig();
+    if (!message.isEmpty())
+        QVERIFY2(!rig.waitMessage(message, 60000).isEmpty(), qPrintable(rig.error()));
+    const auto free = [&] { return rig.message().isEmpty() || !rig.answer("close"); };
+    QVERIFY(rig.waitFor(free, 60000));
+    QVERIFY2(rig.waitFor([&] { return rig.click("pushButton_home"); }, 60000), qPrintable(rig.error()));
+    QVERIFY(rig.waitFor([&] { return rig.state("pushButton_warning")["visible"].toBool(); }, 10000));
+    QVERIFY2(rig.waitFor([&] { return rig.click("pushButton_fileList"); }, 60000), qPrintable(rig.error()));
+    QVERIFY(rig.waitFor([&] { return rig.state("pushButtonWaitPrint")["visible"].toBool(); }, 10000));
+    QVERIFY(rig.productRuns());
+    if (!log.isEmpty())
+        QVERIFY2(printer.log().contains(log), qPrintable(printer.log().right(2000)));
+}
+
+void TestBare::startsAndCloses()
+{
+    TestPrinter printer;
+    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY(printer.rig().stopProduct());
+    QVERIFY(printer.log().contains("ver = 4.4.1.4-III"));
+}
+
+QTEST_GUILESS_MAIN(TestBare)
+#include "test_bare.moc"

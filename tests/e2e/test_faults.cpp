@@ -1,0 +1,187 @@
+// What goes wrong in a job, and how each ends: message, records, standby, and that the operator can always stop.
+
+#include "TestPrinter.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QtTest>
+#include <functional>
+
+namespace {
+constexpr int stopLimitMs = 5000;
+constexpr int waitLimitMs = 120000;
+using Steps = std::function<bool(PrinterRig &)>;
+
+bool atLayer(PrinterRig &rig, int layer)
+{
+    return rig.waitFor([&] { return rig.progress().layer >= layer; }, waitLimitMs);
+}
+
+bool machine(PrinterRig &rig, const QStringList &command)
+{
+    return rig.machine(command)["ok"].toBool();
+}
+
+bool pressStop(PrinterRig &rig)
+{
+    return rig.click("pushButton_printStop") && !rig.waitMessage("是否中止打印", waitLimitMs).isEmpty() &&
+           rig.answer("Yes");
+}
+
+/// Presses stop; true when the job's last message came within the limit.
+bool stopsInTime(PrinterRig &rig)
+{
+    QElapsedTimer clock;
+    if (!pressStop(rig))
+        return false;
+    clock.start();
+    return !rig.waitMessage("停止打印", stopLimitMs).isEmpty() && clock.elapsed() <= stopLimitMs;
+}
+} // namespace
+Q_DECLARE_METATYPE(Steps)
+
+class TestFaults : public QObject
+{
+    Q_OBJECT
+private slots:
+    void endsAs_data();
+    void endsAs();
+    void pauseResumeAndPlatform();
+    void levellerSlowAtStart();
+    void levellerSlowInMidJob();
+    void doorOpenInMidJob();
+    void boardDiesAndComesBack();
+};
+
+void TestFaults::endsAs_data()
+{
+    QTest::addColumn<QStringList>("environment");
+    QTest::addColumn<Steps>("steps");
+    QTest::addColumn<QString>("message");
+    const auto at3 = [](const QStringList &fault) -> Steps {
+        return [fault](PrinterRig &rig) { return atLayer(rig, 3) && machine(rig, fault); };
+    };
+    const auto stopAfter = [](const QString &waiting) -> Steps {
+        return [waiting](PrinterRig &rig) {
+            return !rig.waitMessage(waiting, waitLimitMs).isEmpty() && stopsInTime(rig);
+        };
+    };
+    const QStringList none;
+    QTest::newRow("stop in mid-job")
+        << none << Steps([](PrinterRig &rig) { return atLayer(rig, 2) && stopsInTime(rig); }) << "停止打印";
+    QTest::newRow("stop while paused") << none << Steps([](PrinterRig &rig) {
+        return atLayer(rig, 2) && rig.click("pushButton_printImage") && stopsInTime(rig);
+    }) << "停止打印";
+    QTest::newRow("X stuck") << none << at3({"stick", "x", "on"}) << "X 轴停止运动超时|打印超时";
+    QTest::newRow("Y stuck") << none << at3({"stick", "y", "on"}) << "Y 轴停止运动超时";
+    QTest::newRow("Z stuck") << none << at3({"stick", "z", "on"}) << "Z 轴停止运动超时";
+    QTest::newRow("transfer does not complete") << none << at3({"hold-transfer", "on"}) << "打印超时";
+    QTest::newRow("slicer dies") << QStringList{"PELORA_SLICER_FAULT=die:9"} << stopAfter("切片中") << "停止打印";
+    QTest::newRow("slicer stalls") << QStringList{"PELORA_SLICER_FAULT=stall:9"} << stopAfter("切片中")
+                                   << "停止打印";
+}
+
+void TestFaults::endsAs()
+{
+    QFETCH(QStringList, environment);
+    QFETCH(Steps, steps);
+    QFETCH(QString, message);
+    TestPrinter printer;
+    QVERIFY(printer.makeModel("bar.tzl"));
+    QVERIFY2(printer.start(environment), qPrintable(printer.error()));
+    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
+    QVERIFY2(steps(printer.rig()), qPrintable(printer.error()));
+    const QString end = printer.rig().waitPrintEnd(waitLimitMs);
+    QVERIFY2(QRegularExpression(message).match(end).hasMatch(), qPrintable(end + printer.error()));
+    const auto failed = [&] {
+        const auto rows = printer.query("select status from PrintQueue");
+        return rows.size() == 1 && rows[0]["status"].toInt() == 2;
+    };
+    QVERIFY(printer.rig().waitFor(failed, waitLimitMs));
+    const auto history = printer.query("select * from PrintHistory");
+    QCOMPARE(history.size(), 1);
+    QVERIFY(history[0]["PrintLayer"].toInt() < history[0]["SumLayer"].toInt());
+    const QJsonObject standby = printer.rig().machine({"state"})["state"].toObject();
+    QCOMPARE(standby["leveller"].toObject()["set"].toInt(), 0);
+}
+
+void TestFaults::pauseResumeAndPlatform()
+{
+    TestPrinter printer;
+    QVERIFY(printer.makeModel("bar.tzl", {"--layer-height", "0.05"}));
+    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
+    PrinterRig &rig = printer.rig();
+    QVERIFY(atLayer(rig, 3));
+    QVERIFY(rig.click("pushButton_printImage"));
+    QVERIFY(machine(rig, {"platform", "take"}));
+    QVERIFY(rig.click("pushButton_printImage"));
+    QVERIFY2(!rig.waitMessage("平台未放好", waitLimitMs).isEmpty(), qPrintable(rig.error()));
+    QVERIFY(rig.answer("close"));
+    QVERIFY(machine(rig, {"platform", "put"}));
+    QVERIFY(rig.click("pushButton_printImage"));
+    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
+    const QJsonObject report = printer.stop();
+    QCOMPARE(report["passes"].toInt() % 4, 0);
+}
+
+void TestFaults::levellerSlowAtStart()
+{
+    TestPrinter printer;
+    QVERIFY(printer.makeModel("bar.tzl"));
+    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY(machine(printer.rig(), {"leveller", "slow"}));
+    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
+    QVERIFY(printer.rig().waitPrintEnd(waitLimitMs).contains("整平棍转速异常"));
+    QCOMPARE(printer.query("select * from PrintHistory").size(), 0);
+    QCOMPARE(printer.query("select * from PrintQueue where status=0").size(), 1);
+}
+
+void TestFaults::levellerSlowInMidJob()
+{
+    TestPrinter printer;
+    QVERIFY(printer.makeModel("bar.tzl", {"--layer-height", "0.05"}));
+    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
+    PrinterRig &rig = printer.rig();
+    QVERIFY(atLayer(rig, 2) && machine(rig, {"leveller", "slow"}));
+    QVERIFY2(!rig.waitMessage("整平棍异常", waitLimitMs).isEmpty(), qPrintable(rig.error()));
+    QVERIFY(machine(rig, {"leveller", "normal"}) && rig.answer("close"));
+    QVERIFY(rig.click("pushButton_printImage"));
+    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
+}
+
+void TestFaults::doorOpenInMidJob()
+{
+    TestPrinter printer;
+    QVERIFY(printer.makeModel("bar.tzl", {"--layer-height", "0.05"}));
+    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY(machine(printer.rig(), {"door", "inkbox", "open"}));
+    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
+    PrinterRig &rig = printer.rig();
+    QVERIFY2(!rig.waitMessage("请关闭墨箱门", waitLimitMs).isEmpty(), qPrintable(rig.error()));
+    QVERIFY(machine(rig, {"door", "inkbox", "close"}));
+    QVERIFY(atLayer(rig, 2) && machine(rig, {"door", "inkbox", "open"}));
+    QVERIFY2(!rig.waitMessage("请关闭墨箱门", waitLimitMs).isEmpty(), qPrintable(rig.error()));
+    QVERIFY(machine(rig, {"door", "inkbox", "close"}));
+    QVERIFY(rig.message().isEmpty() || rig.answer("close"));
+    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
+}
+
+void TestFaults::boardDiesAndComesBack()
+{
+    TestPrinter printer;
+    QVERIFY(printer.makeModel("bar.tzl", {"--layer-height", "0.05"}));
+    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
+    PrinterRig &rig = printer.rig();
+    QVERIFY(atLayer(rig, 2) && machine(rig, {"board", "6", "die"}));
+    QVERIFY2(!rig.waitMessage("CAN 异常-6", waitLimitMs).isEmpty(), qPrintable(rig.error()));
+    QVERIFY(machine(rig, {"board", "6", "revive"}) && rig.answer("close"));
+    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
+    QCOMPARE(printer.stop()["violations"].toArray(), QJsonArray());
+    QCOMPARE(printer.differingDots("bar.tzl"), 0);
+}
+
+QTEST_GUILESS_MAIN(TestFaults)
+#include "test_faults.moc"
