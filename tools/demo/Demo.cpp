@@ -101,6 +101,7 @@ bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name
     say("Pressing Start ...");
     if (!rig.startPrint())
         return false;
+    rig.takeSlowestAnswer();
     ProgressBar bar;
     bool pictured = false;
     const QString end = rig.waitPrintEnd(printLimitMs, [&](const PrinterRig::Progress &progress) {
@@ -109,6 +110,9 @@ bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name
             pictured = rig.shot(options.out + "/home.png");
     });
     bar.end();
+    say(QString("  slowest answer of the window: %1 ms; peak memory of the program: %2 MB")
+            .arg(rig.takeSlowestAnswer())
+            .arg(rig.peakMemoryMB(), 0, 'f', 0));
     if (end.isEmpty())
         return false;
     say("  the screen says: " + end);

@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <QUuid>
+#include <utility>
 
 namespace {
 constexpr int startLimitMs = 60000; // a loaded two-core machine under a sanitizer
@@ -110,7 +111,10 @@ bool PrinterRig::stopMachine()
 QJsonObject PrinterRig::operate(const QString &op, QJsonObject arguments, int timeoutMs)
 {
     arguments["op"] = op;
+    QElapsedTimer clock;
+    clock.start();
     const QJsonObject answer = m_operator.call(arguments, timeoutMs);
+    m_slowestAnswerMs = qMax(m_slowestAnswerMs, clock.elapsed());
     if (!answer["ok"].toBool())
         m_error = op + ": " + answer["error"].toString();
     return answer;
@@ -158,6 +162,20 @@ bool PrinterRig::answer(const QString &button)
 bool PrinterRig::shot(const QString &file)
 {
     return operate("shot", {{"file", QFileInfo(file).absoluteFilePath()}})["ok"].toBool();
+}
+
+qint64 PrinterRig::takeSlowestAnswer()
+{
+    return std::exchange(m_slowestAnswerMs, 0);
+}
+
+double PrinterRig::peakMemoryMB() const
+{
+    QFile status(QString("/proc/%1/status").arg(m_product.processId()));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    static const QRegularExpression peak("VmHWM:\\s+(\\d+) kB");
+    return peak.match(QString::fromLatin1(status.readAll())).captured(1).toDouble() / 1024;
 }
 
 bool PrinterRig::waitFor(const std::function<bool()> &condition, int timeoutMs)

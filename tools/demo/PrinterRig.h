@@ -47,6 +47,10 @@ public:
     QJsonObject message();
     bool answer(const QString &button);
     bool shot(const QString &file);
+    /// The longest that the window took to answer since the last call, in ms: its event loop was held no longer.
+    qint64 takeSlowestAnswer();
+    /// The program's greatest resident memory so far, in MB.
+    double peakMemoryMB() const;
     /// Waits for a message whose text matches; its text, or an empty string after `timeoutMs`.
     QString waitMessage(const QString &pattern, int timeoutMs);
     /// Waits until `condition` holds, asking again every 20 ms.
@@ -83,6 +87,7 @@ private:
     JsonLineClient m_control;
     QString m_operatorSocket;
     QString m_error;
+    qint64 m_slowestAnswerMs = 0;
 };
 
 /// Runs a program to its end; its exit code, or -1 when it did not start or end in time. Output is kept in `output`.
