@@ -83,7 +83,7 @@ bool PrinterRig::startProduct()
     m_product.setProcessChannelMode(QProcess::MergedChannels);
     m_product.setStandardOutputFile(m_options.install + "/../product-output.txt");
     m_product.setWorkingDirectory(m_options.install);
-    m_product.start(path("pelora"), {});
+    m_product.start(path("pelora"), QStringList());
     if (!m_product.waitForStarted(startLimitMs))
         return fail("the program did not start: " + m_product.errorString());
     if (!m_operator.connectTo(m_operatorSocket, startLimitMs))
