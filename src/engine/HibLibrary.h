@@ -1,6 +1,6 @@
 #pragma once
-// The head library behind one process-wide lock. Loaded at first use by its name from the working directory, then from
-// the system's search path. Without it every wrapper returns -1 with its outputs set to 0.
+// The head library behind one process-wide lock. Loaded at first use by its name from the working directory,
+// then from the system's search path. Without it every wrapper returns -1 with its outputs set to 0.
 
 #include "hibApi.h"
 #include "platform/Mutex.h"

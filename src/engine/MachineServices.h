@@ -22,3 +22,7 @@ public:
 /// Set once by the background service when it is created. The getter is safe on any thread; null before.
 void setMachineServices(MachineServices *services);
 MachineServices *machineServices();
+
+/// The services, or what stands for them before they are created: no tank low, every zone warm, the usual
+/// encoder.
+MachineServices &jobServices();

@@ -25,18 +25,74 @@ public:
 
     /// Stops autofire, clears its masks and sets the boards' dot clock. Between jobs. Any thread.
     bool setDotClock(int count, float frequency);
-    /// Homes the axes and proves that the ink stack is parked; 0 or an event id. Job thread or service page's worker.
+    /// Homes the axes and proves that the ink stack is parked; 0 or an event id. Job thread or service page's
+    /// worker.
     int prepareMachine();
 
 signals:
+    /// Asks the Home page to pause, as if its button were pressed.
     void pausePrintSingals();
+    /// The job is over; its thread is about to end.
     void stopPrintSignals();
     void MessageFormShowSig(QString title, QString prompt, int icon, int btn, QString key);
 
 protected:
+    // All that follows: job thread.
+
+    /// One job, as a list of its steps. JobSteps.cpp holds them.
     void run() override;
     /// Prints the model; an exit code of the job.
     virtual int printModel(bool clean, int passDelay) = 0;
 
-    // the engine's own developer completes this class
+    void showPrintMessage(quint32 code, const QString &text, int icon, int btn);
+    /// Takes the message off the screen.
+    void clearPrintMessage();
+    /// Ends a job with a message. With `moveZ` the bed first drops clear of the heads. The status stays as it
+    /// is.
+    void stopPrint(quint32 code, const QString &text, int icon, int btn, bool moveZ, float z);
+    bool isStopped() const { return getPrintStatus() == PrintStatusIdle; }
+    /// Holds while paused, the job's only pause point. Adds the seconds spent; returns the status on leaving.
+    int waitPaused(double *seconds = nullptr);
+    /// Holds while a head's tank is low; false when the operator stopped the job.
+    bool waitHeadInk();
+    /// Holds until the slicer is far enough ahead to begin, or the job is stopped.
+    void waitPreSlice();
+    /// Holds until a layer's pictures are in memory; -1 when the operator stopped the job.
+    int waitSlice(int layer, float z);
+    /// Reads the roller's speed, a second time after 5 s if it is slow. False when it stays slow.
+    bool isLevellerTurning(int *speed);
+    /// Mark of the queue, icon and history row of a job that ended with `code`. PrintRecord.cpp.
+    void PrintRecord(int code);
+
+    void setState(const QString &key, const QJsonValue &value);
+    /// The dot clock of 3 boards in the present resolution.
+    HibDotClock dotClockRecord(int count, float frequency) PELORA_REQUIRES(m_recordMutex);
+
+    /// Layer in work, as the slicer counts. Any thread may read.
+    std::atomic<int> m_printLayer{0};
+    /// Layers still to be printed again going back; 0 in normal printing.
+    std::atomic<int> m_reprintCounter{0};
+    /// Pictures handed to the library in this transfer; the library's thread counts.
+    std::atomic<int> m_imagesSent{0};
+
+    Mutex
+        m_recordMutex; // the library's thread copies a picture record while the service thread sets the clock
+    HibDotClock m_dotClock PELORA_GUARDED_BY(m_recordMutex){};
+    HibPackedImage m_packedImage PELORA_GUARDED_BY(m_recordMutex){};
+
+private:
+    void beginJob();
+    bool startLeveller();
+    void waitInkDoorClosed();
+    void markStarted(const QString &model);
+    bool acceptMachineType(const QString &machineType);
+    int heatUp();
+    int checkConfiguration();
+    void showResult(int code);
+    void standBy();
+    void finish(int code);
+    int holdForSlice(int layer, int waitNumber, float z);
+
+    mutable Mutex m_stateMutex; // the job thread writes while pages and remote commands copy
+    QJsonObject m_printState PELORA_GUARDED_BY(m_stateMutex);
 };

@@ -3,11 +3,54 @@
 
 #include "engine/PrintService.h"
 
+#include <QImage>
+
 class XdmControl : public PrintService
 {
     Q_OBJECT
 public:
     XdmControl();
+
+    /// The remote test print: one sweep of the picture in memory from the end at which the carriage stands,
+    /// with the caller's page start and Y offsets. 1 when a sweep was tried, else 0. Only while idle; any
+    /// thread.
+    int printGraph(float startPos, float yOffset1, float yOffset2, float yOffset3);
+
+protected:
+    // All that follows: job thread, or printGraph's caller while idle.
+
+    int printModel(bool clean, int passDelay) override;
+    /// Enters the three heads in the bar and sets the dot clock. Errors are logged; the next transfer then
+    /// fails.
+    int configPrintBar(float dpi);
+    /// The same with the heads at even steps of rows, for the test print.
+    int configPrintBarTest(float dpi);
+    /// Places the next page and sets its direction.
+    bool configPage(bool forward);
+    /// Prints one pass; 0, 23 after showing why, or an event id.
+    int printImage(int phase, int firstRow);
+    /// Goes to the next layer, or one back while layers are printed again.
+    int RePrintLayer(float z, int *counter);
+    /// The checks between layers.
+    int checkLayerEnd();
+
+private:
+    struct LayerLoop;
+    struct Transfer;
+    struct BarPlace;
+
+    int moveToStart(float z);
+    int printLayer(LayerLoop &loop);
+    int printPass(LayerLoop &loop, int pass);
+    int stepZ(LayerLoop &loop);
+    void countLayer(LayerLoop &loop, double layerStart);
+    void waitInkDoorOrHeld();
+    int configBar(float dpi, const BarPlace *places);
+    Transfer transferPass();
+    static void handOverPicture(int32_t, HibPackedImage *record, void *context);
+
+    QImage m_structurePicture; // of the pass in work: the library reads them until its transfer is complete
+    QImage m_supportPicture;
 };
 
 /// The process's one job object. Create it on the GUI thread. Any thread.
