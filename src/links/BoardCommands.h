@@ -1,7 +1,8 @@
 #pragma once
-// The vocabulary of the machine boards. Each function is one or two messages to a board; every one may be called
-// from any thread and logs a failed command. Positions and speeds are the boards' own units (micrometres, or
-// encoder counts for X). Return conventions differ from function to function and callers rely on them as they are.
+// The vocabulary of the machine boards. Each function is one or two messages to a board; every one may be
+// called from any thread and logs a failed command. Positions and speeds are the boards' own units
+// (micrometres, or encoder counts for X). Return conventions differ from function to function and callers
+// rely on them as they are.
 
 #include <QString>
 #include <QtGlobal>
@@ -31,7 +32,7 @@ qint32 getXPos();
 // Y
 int yMovePos(float position, bool wait); ///< 6: command failed; 0x20004: wait timed out; 0
 int yMoveZero();                         ///< 6: a command failed; 0, also when the homing wait timed out
-qint32 getYPos(bool compare);            ///< compare: a line in ydata.csv when it differs from the last target
+qint32 getYPos(bool compare); ///< compare: a line in ydata.csv when it differs from the last target
 
 // Z
 bool zMovePos(float position, bool wait);     ///< true: not at rest, or the wait timed out
@@ -40,9 +41,9 @@ int zMoveZero(bool wait);                     ///< 6: command failed; 0x20004; 0
 float getZPos();
 
 // Sensors and leveller
-bool isInkDoorClosed();      ///< false also when the query failed
-int isPlatformReady();       ///< not 0: seated; 0 also when the query failed
-int checkElectricStatus();   ///< 1: the ink stack is on the carriage; 2: query failed
+bool isInkDoorClosed();    ///< false also when the query failed
+int isPlatformReady();     ///< not 0: seated; 0 also when the query failed
+int checkElectricStatus(); ///< 1: the ink stack is on the carriage; 2: query failed
 void setElectricStatus(quint8 state);
 void setLevelStatus(qint32 speed); ///< leveller roller speed; 0 stops, negative turns backwards
 qint32 getLevelSpeed();

@@ -6,12 +6,11 @@
 #include <QtGlobal>
 
 #pragma pack(push, 1)
-struct CanMsg
-{
-    quint32 id = 0;       ///< board number; SendMsg adds 0x40 on the way out
-    quint8 data[8] = {};  ///< data[0] is the command code
-    quint8 dlc = 0;       ///< 8 from every caller
-    quint8 channel = 0;   ///< 0: bus, 0xFF: the bridge itself
+struct CanMsg {
+    quint32 id = 0;      ///< board number; SendMsg adds 0x40 on the way out
+    quint8 data[8] = {}; ///< data[0] is the command code
+    quint8 dlc = 0;      ///< 8 from every caller
+    quint8 channel = 0;  ///< 0: bus, 0xFF: the bridge itself
     quint8 reserved0 = 0;
     quint8 reserved1 = 0;
 };

@@ -3,11 +3,10 @@
 
 #include <QByteArray>
 
-struct CardInfo
-{
-    QByteArray type;        ///< material code; empty: no card was read
-    quint32 weight = 0;     ///< grams when full
-    QByteArray sn;          ///< serial number
-    QByteArray date;        ///< expiry, digits
+struct CardInfo {
+    QByteArray type;         ///< material code; empty: no card was read
+    quint32 weight = 0;      ///< grams when full
+    QByteArray sn;           ///< serial number
+    QByteArray date;         ///< expiry, digits
     quint32 rest_weight = 0; ///< grams left
 };

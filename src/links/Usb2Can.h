@@ -11,10 +11,10 @@
 /// Results of SendMsg.
 enum SendResult : int {
     SendWriteFailed = 0,
-    SendOk = 1,           ///< an answer came; it may be a mismatched one, see SendMsg
+    SendOk = 1, ///< an answer came; it may be a mismatched one, see SendMsg
     SendBridgeChannel = 3,
     SendNoAnswer = 5,
-    SendClosed = 6        ///< port not open, or the board filtered; `reply` untouched
+    SendClosed = 6 ///< port not open, or the board filtered; `reply` untouched
 };
 
 class Usb2Can : public RT_COM
@@ -23,24 +23,28 @@ public:
     Usb2Can() = default;
     ~Usb2Can() override;
 
-    /// One request, at most two waits of `timeoutMs` for its answer. `request` and `reply` may be the same record.
-    /// Sent once, never again. When the second wait brings a mismatched answer too, the result is 1 with that
-    /// answer in `reply`: who cares compares data[0]. Any thread; callers are served one at a time.
+    /// One request, at most two waits of `timeoutMs` for its answer. `request` and `reply` may be the same
+    /// record. Sent once, never again. When the second wait brings a mismatched answer too, the result is 1
+    /// with that answer in `reply`: who cares compares data[0]. Any thread; callers are served one at a time.
     int SendMsg(const CanMsg *request, CanMsg *reply, quint32 timeoutMs, quint8 channel, quint8 dlc,
                 quint8 reserved0, quint8 reserved1);
     /// With `filtered` set, messages to the board return 6 at once. Any thread.
     void SetFilter(quint8 boardId, bool filtered);
 
 protected:
+    /// Keeps a 16-byte frame in the slot of its kind, ignores all others. Reader thread.
     void OnFrame(const quint8 *frame, int length) override;
+    /// Expected length of a frame of the bridge itself by its code; 0 when unknown.
     virtual int FrameLength(quint32 code) const;
 
 private:
+    CanMsg newestAnswer() const;
+
     Mutex m_mutex; // callers of every thread against each other and against the bus test's filter
     QMap<int, bool> m_filter PELORA_GUARDED_BY(m_mutex);
     AutoResetEvent m_bridgeEvent;
     AutoResetEvent m_answerEvent;
-    Mutex m_slotMutex; // the reader thread writes a slot while a caller copies it
+    mutable Mutex m_slotMutex; // the reader thread writes a slot while a caller copies it
     CanMsg m_bridgeFrame PELORA_GUARDED_BY(m_slotMutex);
     CanMsg m_answerFrame PELORA_GUARDED_BY(m_slotMutex);
 };
