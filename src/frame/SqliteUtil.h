@@ -1,6 +1,8 @@
 #pragma once
 // The database pelora.db behind one global lock.
 
+#include "platform/Mutex.h"
+
 #include <QSqlDatabase>
 #include <QSqlQueryModel>
 #include <QString>
@@ -12,16 +14,18 @@ public:
     explicit SqliteUtil(const QString &fileName);
     /// Runs a statement that returns nothing. Errors are swallowed; a thrown exception is logged. Any thread.
     void ExecuteSqlQuery(const QString &statement);
-    /// Fills `model`, which belongs to the caller's thread, with all rows. Empty on any error. Any thread.
+    /// Fills `model`, which belongs to the caller's thread, with a copy of all rows. Empty on any error. The
+    /// model's signals come while the lock is held: what listens must not ask the database. Any thread.
     void ExecuteQueryModel(QSqlQueryModel *model, const QString &statement);
 
 private:
-    bool createConnection(const QString &connectionName, const QString &fileName);
-    bool ensureOpen();
+    bool createConnection(const QString &connectionName, const QString &fileName) PELORA_REQUIRES(s_mutex);
+    bool ensureOpen() PELORA_REQUIRES(s_mutex);
 
-    QSqlDatabase m_db;
-    QString m_dbName;
-    QString m_connectionName;
+    static Mutex &s_mutex; // GUI, job and remote threads issue statements on the one connection
+    QSqlDatabase m_db PELORA_GUARDED_BY(s_mutex);
+    const QString m_dbName;
+    QString m_connectionName PELORA_GUARDED_BY(s_mutex);
 };
 
 /// The process's one database object, "pelora.db". Any thread.
