@@ -1,0 +1,180 @@
+#include "JobRig.h"
+
+#include "events/EventHandler.h"
+#include "frame/Folders.h"
+#include "frame/JsonConfig.h"
+#include "frame/SqliteUtil.h"
+#include "links/Usb2Can.h"
+#include "platform/PlatformSettings.h"
+#include "printdata/PrintQueue.h"
+#include "printdata/SliceToImage.h"
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QLibrary>
+#include <QtEndian>
+#include <QtTest>
+
+namespace
+{
+constexpr int pictureWidth = 64;
+constexpr int pictureRows = 24;
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+/// A model with settings and no pictures.
+QByteArray modelFile(const QByteArray &settings)
+{
+    QByteArray header(84, '\0');
+    qToLittleEndian<quint64>(84, header.data() + 52);
+    qToLittleEndian<quint64>(quint64(settings.size()), header.data() + 60);
+    return header + settings;
+}
+
+/// A layer file whose picture is filled with one byte. qCompress puts 4 bytes of length before the stream.
+QByteArray layerFile(quint8 fill)
+{
+    const QByteArray inner = qCompress(QByteArray(pictureWidth / 8 * pictureRows, char(fill))).mid(4);
+    const QByteArray outer = qCompress(inner).mid(4);
+    QByteArray header(20, '\0');
+    qToLittleEndian<quint32>(quint32(outer.size()), header.data() + 12);
+    qToLittleEndian<quint32>(quint32(inner.size()), header.data() + 16);
+    return header + outer;
+}
+} // namespace
+
+ProbeJob::ProbeJob()
+{
+    const auto note = [this](const QString &title, const QString &text, int icon, int buttons) {
+        MutexLock lock(m_messageMutex);
+        m_messages << QStringLiteral("%1|%2|%3|%4").arg(title, text).arg(icon).arg(buttons, 0, 16);
+    };
+    connect(this, &PrintService::MessageFormShowSig, this, note, Qt::DirectConnection);
+    connect(
+        this, &PrintService::stopPrintSignals, this, [this] { ++ended; }, Qt::DirectConnection);
+    connect(
+        this, &PrintService::pausePrintSingals, this, [this] { ++pauses; }, Qt::DirectConnection);
+}
+
+ProbeJob::~ProbeJob()
+{
+    setPrintStatus(PrintStatusIdle); // a test that failed in mid-job
+    wait();
+}
+
+QStringList ProbeJob::messages() const
+{
+    MutexLock lock(m_messageMutex);
+    return m_messages;
+}
+
+JobRig::JobRig()
+{
+    QDir folder(m_folder.path());
+    folder.mkpath("install/config");
+    folder.mkpath("install/model");
+    folder.mkpath("install/Lamorel");
+    QDir::setCurrent(folder.filePath("install"));
+    QFile::link(FAKE_HIB_FILE, "libhibApiDll64.so");
+    QLibrary library(QDir::current().filePath("hibApiDll64"));
+    m_takeCalls = decltype(m_takeCalls)(library.resolve("fakeHibTakeCalls"));
+    hibFail = decltype(hibFail)(library.resolve("fakeHibFail"));
+    hibSet = decltype(hibSet)(library.resolve("fakeHibSet"));
+    hibPicture = decltype(hibPicture)(library.resolve("fakeHibPicture"));
+
+    prepareFolders();
+    platformConfig()->Init("config/Platform.json");
+    platformConfig()->setValueSync("COM16", bridge.path());
+    setPlatformSettings([](const QString &key) { return platformConfig()->getValue(key); });
+    createSchema(sqliteUtil());
+    EventHandler::instance();
+    usb2Can()->OpenPort(16, 115200);
+    reset();
+}
+
+void JobRig::reset()
+{
+    bridge.reset();
+    bridge.setValue(2, 0x90, 500);      // the leveller turns
+    bridge.setBytes(5, 0x33, {{2, 1}}); // the ink box door is closed
+    for (const char *function : {"hibWaitForImageTransferCompleteWto", "hibAdjustWaveformVoltage",
+                                 "hibSetupAllDotclocks", "hibConfigPrintBarHead"})
+        hibFail(function, 0);
+    hibCalls();
+    printStatus() = PrintStatusIdle;
+    sliceToImage()->closeProcess();
+    sqliteUtil()->ExecuteSqlQuery("delete from PrintQueue");
+    sqliteUtil()->ExecuteSqlQuery("delete from PrintHistory");
+    configureSys({{"ZStartPos", 1000},
+                  {"ForwardStartPos", 1.5},
+                  {"ReverseStartPos", 2.5},
+                  {"ForwardYOffset1", 11},
+                  {"ForwardYOffset2", 12},
+                  {"ForwardYOffset3", 13},
+                  {"ReverseYOffset1", 21},
+                  {"ReverseYOffset3", 23},
+                  {"XMoveSpeed", 700},
+                  {"LevelSpeed", 501},
+                  {"StartLayer", 1}});
+}
+
+void JobRig::configureSys(const QJsonObject &values)
+{
+    sysConfig()->Init("config/Sys.json");
+    sysConfig()->syncFile(QString::fromUtf8(QJsonDocument(values).toJson()));
+}
+
+bool JobRig::loadModel(const QString &name, const QByteArray &machine)
+{
+    m_model = name;
+    const QByteArray text =
+        "waitXTimeout=10\nlayerHeight=0.02\ndpiX=600.9\ndpiY=600\n"
+        "extraBlankPixel=0\npixelsX=64\npixelsY=24\npassCnt=4\nmodelMaterial=12.5\n"
+        "supportMaterial=3\nlayerCnt=480\nprintTime=60\nextentX=1\nextentY=2.5\nextentZ=3\n"
+        "PrintModeName=fine\nmodelMaterialName=wax\n";
+    if (!writeFile(modelPath(name), modelFile("machineType=" + machine + "\n" + text)))
+        return false;
+    addToQueue(name);
+    return sliceToImage()->loadModelInfo(modelPath(name)) == 0 && sliceToImage()->fileName() == name;
+}
+
+bool JobRig::slice(int ready, int total)
+{
+    const QString tool = "Lamorel/lamorel.exe";
+    const QString script = "#!/bin/sh\necho 'progress: 1.0'\necho 'slice: %1/%2'\nexec sleep 100\n";
+    if (!writeFile(tool, script.arg(ready).arg(total).toUtf8()) ||
+        !QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) ||
+        !sliceToImage()->waitForStarted())
+        return false;
+    for (int layer = 1; layer <= ready; ++layer) {
+        const QString number = QString::number(layer);
+        if (!writeFile(sliceFolder(m_model) + "/slice_s" + number, layerFile(supportByte)) ||
+            !writeFile(sliceFolder(m_model) + "/slice_m" + number, layerFile(structureByte)))
+            return false;
+    }
+    return QTest::qWaitFor([total] { return sliceToImage()->sumLayer() == total; });
+}
+
+QVector<QSqlRecord> JobRig::query(const QString &statement) const
+{
+    QSqlQueryModel model;
+    sqliteUtil()->ExecuteQueryModel(&model, statement);
+    QVector<QSqlRecord> rows;
+    for (int row = 0; row < model.rowCount(); ++row)
+        rows << model.record(row);
+    return rows;
+}
+
+QStringList JobRig::hibCalls(const char *name)
+{
+    const QStringList all = QString::fromLatin1(m_takeCalls()).split('\n', Qt::SkipEmptyParts);
+    QStringList found;
+    for (const QString &call : all)
+        if (call.startsWith(QLatin1String(name)))
+            found << call;
+    return found;
+}

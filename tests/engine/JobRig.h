@@ -1,0 +1,70 @@
+#pragma once
+// An installation folder with a small model, a slicer of a few lines, scripted boards and the noting head
+// library, for tests of jobs. One a process: configuration, database and bridge are the process's own.
+
+#include "engine/XdmControl.h"
+#include "fakehib.h"
+#include "support/FakeBridge.h"
+#include "support/LogCapture.h"
+
+#include <QSqlRecord>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QVector>
+
+/// Opens what a job keeps from others, and notes what it tells the operator.
+class ProbeJob : public XdmControl
+{
+public:
+    using XdmControl::configPage;
+    using XdmControl::configPrintBar;
+    using XdmControl::configPrintBarTest;
+    using XdmControl::m_printLayer;
+    using XdmControl::m_reprintCounter;
+    using XdmControl::printImage;
+    using XdmControl::PrintRecord;
+    using XdmControl::RePrintLayer;
+    using XdmControl::setState;
+
+    ProbeJob();
+    ~ProbeJob() override;
+    /// "title|text|icon|buttons" of each message so far, the buttons in hexadecimal.
+    QStringList messages() const;
+    bool hasMessage(const QString &part) const { return !messages().filter(part).isEmpty(); }
+    std::atomic<int> ended{0};  ///< stopPrintSignals so far
+    std::atomic<int> pauses{0}; ///< pausePrintSingals so far
+
+private:
+    mutable Mutex m_messageMutex; // the job's thread notes while the test looks
+    QStringList m_messages PELORA_GUARDED_BY(m_messageMutex);
+};
+
+class JobRig
+{
+public:
+    JobRig();
+    /// A healthy machine, an idle status, an empty database.
+    void reset();
+    void configureSys(const QJsonObject &values);
+    /// Writes a model for that machine, enters it into the queue and loads it.
+    bool loadModel(const QString &name = QStringLiteral("part.tzl"), const QByteArray &machine = "Pelora620");
+    /// Starts the tool, which says that `ready` of `total` layers are sliced, and writes the files of `ready`
+    /// layers.
+    bool slice(int ready, int total);
+    QVector<QSqlRecord> query(const QString &statement) const;
+
+    /// The head library's calls since the last take, those whose name begins so.
+    QStringList hibCalls(const char *name = "");
+    FakeBridge bridge;
+    decltype(&fakeHibFail) hibFail = nullptr;
+    decltype(&fakeHibSet) hibSet = nullptr;
+    decltype(&fakeHibPicture) hibPicture = nullptr;
+
+    static constexpr quint8 supportByte = 0x11; ///< of every layer file
+    static constexpr quint8 structureByte = 0x22;
+
+private:
+    QTemporaryDir m_folder;
+    QString m_model;
+    decltype(&fakeHibTakeCalls) m_takeCalls = nullptr;
+};

@@ -1,0 +1,14 @@
+#pragma once
+// What a test may tell the noting head library, and ask of it. Resolved by name from the loaded library.
+
+extern "C" {
+/// The calls since the last take, one a line, as "name(1,2.5)". Autofire masks are only counted.
+const char *fakeHibTakeCalls();
+/// The function named returns `code` from now on; 0 heals it.
+void fakeHibFail(const char *function, int code);
+/// Every head's waveform from now on, and the encoder's position.
+void fakeHibSet(int knots, float peak, int encoder);
+/// What the last transfer handed over: "width,height,count,150,dpi,forward,first support byte,first structure
+/// byte".
+const char *fakeHibPicture();
+}
