@@ -134,10 +134,11 @@ bool TempCtl::sampleDue(qint64 nowMs)
 QString TempCtl::readGroups()
 {
     QString line;
+    TempTable table = tableCopy();
     for (int group = 0; group < tempGroups; ++group) {
-        TempTable table = tableCopy();
+        const CanMsg &read = table.groups[group][tempMeasuredRow];
         CanMsg reply;
-        if (sendCommand(table.groups[group][tempMeasuredRow], &reply) != SendOk)
+        if (sendCommand(canMessage(read.id, read.data[0]), &reply) != SendOk)
             continue; // keeps its old readings; nothing is compared
         quint8 now;
         {
