@@ -22,6 +22,12 @@ constexpr Store stores[] = {{"Sys", sysConfig},           {"UseInfo", useInfoCon
                             {"Fan", fanConfig},           {"MachineName", machineNameConfig},
                             {"Settings", settingsConfig}, {"Materials", materialsConfig},
                             {"Styles", stylesConfig},     {"Platform", platformConfig}};
+
+const QString &startFolder()
+{
+    static const QString folder = QDir::currentPath();
+    return folder;
+}
 } // namespace
 
 bool waitUntil(const std::function<bool()> &condition, int ms)
@@ -50,8 +56,9 @@ void writeFile(const QString &path, const QByteArray &bytes)
         qFatal("cannot write %s", qPrintable(path));
 }
 
-TestInstall::TestInstall() : m_previous(QDir::currentPath())
+TestInstall::TestInstall()
 {
+    startFolder(); // before it changes
     if (!m_folder.isValid() || !QDir(m_folder.path()).mkpath(QStringLiteral("install/config")))
         qFatal("no temporary folder");
     QDir::setCurrent(folder());
@@ -63,7 +70,8 @@ TestInstall::TestInstall() : m_previous(QDir::currentPath())
 
 TestInstall::~TestInstall()
 {
-    QDir::setCurrent(m_previous);
+    if (QDir::currentPath().startsWith(folder())) // not so when the next one was made before this one went
+        QDir::setCurrent(startFolder());
 }
 
 void TestInstall::writeConfig(const QString &name, const QJsonObject &object)

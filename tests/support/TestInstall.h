@@ -39,6 +39,5 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    QString m_previous;
     QJsonObject m_platform;
 };
