@@ -1,0 +1,37 @@
+#pragma once
+// What the machine can be told from outside: reading its state, working its doors, and the named faults. One table:
+// name, arguments, help, action; `machinectl help` prints it.
+
+#include <QJsonObject>
+#include <QStringList>
+#include <functional>
+#include <vector>
+
+class Machine;
+class Bridge;
+struct Site;
+
+struct CommandContext {
+    Machine &machine;
+    Bridge &bridge;
+    const Site &site;
+    /// Writes the report (and pictures) now; an empty path means the usual one. Null on success, else what is wrong.
+    std::function<QString(const QString &path)> report;
+    std::function<void()> stop;
+    /// Sum of the sleeps that are stated for one gap between two sweeps.
+    std::function<void(double milliseconds)> setStatedSleep;
+};
+
+struct Command {
+    const char *name;
+    const char *arguments;
+    const char *help;
+    bool fault;
+    /// Fills the answer; returns what is wrong, empty when all is well.
+    QString (*run)(CommandContext &context, const QStringList &arguments, QJsonObject *answer);
+};
+
+const std::vector<Command> &commands();
+/// {"ok":true,...} or {"ok":false,"error":"..."}.
+QJsonObject runCommand(CommandContext &context, const QStringList &words);
+QJsonObject stateOf(Machine &machine, Bridge &bridge);

@@ -1,0 +1,50 @@
+#include "HeadArray.h"
+
+#include <algorithm>
+
+namespace {
+// A trapezoid with a damping tail; the peak is what the drive voltage means.
+constexpr std::pair<float, float> knots[heads::knotCount] = {{0.0F, 0.0F},  {2.0F, 20.0F}, {6.0F, 20.0F}, {8.0F, 0.0F},
+                                                             {9.5F, -6.0F}, {12.0F, -6.0F}, {13.0F, 0.0F}, {15.0F, 0.0F}};
+} // namespace
+
+HeadArray::HeadArray()
+{
+    for (Head &head : m_heads)
+        std::copy(std::begin(knots), std::end(knots), head.waveform.begin());
+}
+
+/// A head that is entered elsewhere than where it is mounted prints the picture's rows that much further on.
+int HeadArray::rowShift(int number) const
+{
+    const Head &one = head(number);
+    const geometry::MountedHead &mounted = geometry::mountedHeads[number - 1];
+    return (one.firstRow - one.overlap) - (mounted.firstRow - mounted.overlap);
+}
+
+bool HeadArray::pageExpected() const
+{
+    return std::any_of(m_heads.begin(), m_heads.end(), [](const Head &head) { return head.pageExpected; });
+}
+
+void HeadArray::clearPages()
+{
+    for (Head &head : m_heads)
+        head.pageExpected = false;
+}
+
+double HeadArray::columnPitch(double encoderResolution) const
+{
+    return geometry::micrometresPerInch / clock.dpi * (clock.divider / (0.25 * encoderResolution));
+}
+
+void HeadArray::adjustVoltage(int number, float difference)
+{
+    Head &one = head(number);
+    const auto higher = [](const auto &a, const auto &b) { return a.second < b.second; };
+    const float peak = std::max_element(one.waveform.begin(), one.waveform.end(), higher)->second;
+    for (auto &knot : one.waveform) {
+        if (knot.second == peak)
+            knot.second += difference;
+    }
+}
