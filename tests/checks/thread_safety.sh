@@ -1,0 +1,22 @@
+#!/bin/bash
+# Clang's lock analysis over every source of src/. Usage: thread_safety.sh SOURCE_FOLDER BUILD_FOLDER
+# Macros and include folders are those of the build's compile_commands.json; the build must be done, since headers
+# are made in it.
+source=${1:?source folder} build=${2:?build folder}
+command -v clang++ >/dev/null || { echo "clang++ is missing: the set-up of ./test installs it"; exit 1; }
+
+commands() {
+    awk -v file="\"$source/src/" '
+        /"command":/ {
+            flags = ""
+            gsub(/\\"/, "\"")
+            while (match($0, / -(D|I|isystem |std=)[^ ]+/)) {
+                flags = flags substr($0, RSTART, RLENGTH)
+                $0 = substr($0, RSTART + RLENGTH)
+            }
+        }
+        /"file":/ && index($0, file) { print flags, $2 }' "$build/compile_commands.json"
+}
+[ -n "$(commands)" ] || { echo "no sources of $source/src in $build/compile_commands.json"; exit 1; }
+commands | tr '\n' '\0' | xargs -0 -P2 -I{} sh -c \
+    "clang++ -fsyntax-only -fPIC -Wno-everything -Wthread-safety -Werror=thread-safety {}"
