@@ -1,7 +1,7 @@
 #pragma once
-// The serial bridge and its boards, scripted, on a pseudo terminal: give path() to the program as COM16. It has its
-// own small reading of the frames, so that a wrong one in the program is caught. Every board echoes each request
-// until a handler or a failure says otherwise.
+// The serial bridge and its boards, scripted, on a pseudo terminal: give path() to the program as COM16. It
+// has its own small reading of the frames, so that a wrong one in the program is caught. Every board echoes
+// each request until a handler or a failure says otherwise.
 
 #include <QByteArray>
 #include <QString>
@@ -13,8 +13,7 @@
 #include <thread>
 #include <utility>
 
-struct BoardRequest
-{
+struct BoardRequest {
     int board = 0;
     QByteArray data; ///< 8 bytes
     int dlc = 0;
@@ -36,8 +35,9 @@ public:
         Noise,     ///< rubbish before and after a good answer
     };
     static constexpr int any = -1;
-    static constexpr int forever = -1;
-    /// Makes the 8 answer bytes, none for no answer. Bridge thread: what it touches of the test must be atomic.
+    static constexpr int always = -1;
+    /// Makes the 8 answer bytes, none for no answer. Bridge thread: what it touches of the test must be
+    /// atomic.
     using Handler = std::function<QByteArray(const BoardRequest &)>;
 
     FakeBridge();
@@ -54,7 +54,7 @@ public:
     /// A fixed answer with a value in data[4..7].
     void setValue(int board, int command, qint32 value);
     /// The next `times` requests that match fail so.
-    void fail(Failure failure, int board = any, int command = any, int times = forever);
+    void fail(Failure failure, int board = any, int command = any, int times = always);
     /// Ends every failure, forgets held answers, handlers and what was recorded.
     void reset();
     /// An answer that nobody asked for.
@@ -77,8 +77,7 @@ public:
     static QByteArray record(int board, const QByteArray &data, int channel = 0);
 
 private:
-    struct Script
-    {
+    struct Script {
         Failure failure;
         int board;
         int command;
