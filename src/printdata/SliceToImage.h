@@ -1,6 +1,9 @@
 #pragma once
 // From the slicer to pass pictures: drives the external slicer and turns its layer files into what one sweep prints.
 
+#include "platform/Mutex.h"
+
+#include <QByteArray>
 #include <QImage>
 #include <QObject>
 #include <QProcess>
@@ -71,6 +74,43 @@ public:
 private slots:
     void processReadyRead();
     void processFinished(int exitCode, QProcess::ExitStatus exitStatus);
+
+private:
+    // Layer pictures stay as the files hold them, bottom row first; layerRow() turns them.
+    const uchar *layerRow(const QImage &layer, int row) const;
+    void readSettings(const QString &iniPath);
+    void allocatePictures();
+    void resetCounters();
+    void clearSliceFolder(const QString &folder) const;
+    void parseLine(const QByteArray &line, bool *slice);
+    bool decodeFile(const QString &path, uchar *bits, qint64 bytes);
+    bool loadLayerPair(int layer);
+    QString layerFile(char kind, int layer) const;
+    void cutPass(const QImage &layer, QImage *pass, int phase, int firstRow, bool forward) const;
+
+    mutable Mutex m_modelMutex; // the GUI thread loads a model while job and remote threads read name and settings
+    QString m_fileNmae PELORA_GUARDED_BY(m_modelMutex);
+    ModelInfo m_info PELORA_GUARDED_BY(m_modelMutex);
+
+    QProcess m_process; // GUI thread
+    QByteArray m_pendingLine; // start of a line whose end has not arrived
+    std::atomic<bool> m_toolRunning{false};
+    std::atomic<float> m_progress{0};
+    std::atomic<qint32> m_hasSliceLayer{-1};
+    std::atomic<qint32> m_SumSliceLayer{-1};
+
+    // Allocated once a model: a freshly mapped picture costs more in page faults than all the work on it.
+    QImage m_supportLayer;
+    QImage m_structureLayer;
+    QImage m_supportPass;
+    QImage m_structurePass;
+    QByteArray m_compressed; // buffers of decodeFile, grown only
+    QByteArray m_inner;
+    // Drop mass laid by each head since the last cleaning, in the unit of TopDropMass.
+    std::atomic<double> m_head1Mass{0};
+    std::atomic<double> m_head2Mass{0};
+    std::atomic<double> m_head3mass{0};
+    std::atomic<qint32> m_misLayer{-10000}; // last layer for which a neighbour stood in
 };
 
 SliceToImage *sliceToImage();
