@@ -10,15 +10,13 @@
 
 ClimateRig::ClimateRig(Parts parts)
 {
-    m_install.setPlatform({{"COM16", parts == Everything ? m_bridge.path() : m_install.folder() + "/none"}});
+    m_install.setPlatform({{"COM16", parts == Everything ? bridge.path() : m_install.folder() + "/none"}});
     if (parts == NothingThere)
         return;
     QFile::copy(CLIMATE_HIB_FILE, "libhibApiDll64.so");
     QLibrary library(QDir::current().absoluteFilePath("hibApiDll64"));
-    const auto find = reinterpret_cast<ClimateHib *(*)()>(library.resolve("climateHib"));
-    if (!find)
-        qFatal("no head library");
-    m_hib = find();
+    hib = reinterpret_cast<ClimateHib *(*)()>(library.resolve("climateHib"))();
+    usb2Can()->OpenPort(16, 115200);
 }
 
 ClimateRig::~ClimateRig()
@@ -26,41 +24,34 @@ ClimateRig::~ClimateRig()
     usb2Can()->ClosePort();
 }
 
-bool ClimateRig::waitForLog(const QString &part) const
+void ClimateRig::waitForLog(const QString &part) const
 {
     const QDeadlineTimer deadline(900);
-    while (m_log.count(part) == 0 && !deadline.hasExpired())
+    while (log.count(part) == 0 && !deadline.hasExpired())
         std::this_thread::yield();
-    return m_log.count(part) > 0;
 }
 
-void ClimateRig::openBridge()
-{
-    usb2Can()->OpenPort(16, 115200);
-}
-
-QStringList ClimateRig::lines(const QString &name) const
+QStringList ClimateRig::lines(const QString &file) const
 {
     QStringList texts;
-    for (const QByteArray &line : m_install.log(name).split('\n')) {
+    for (const QByteArray &line : m_install.log(file).split('\n'))
         if (!line.isEmpty())
             texts << QString::fromUtf8(line.mid(line.indexOf(',') + 1)).remove('\r');
-    }
     return texts;
 }
 
-QString ClimateRig::commands()
+QString ClimateRig::commands() const
 {
     QStringList all;
-    for (const BoardRequest &request : m_bridge.requests())
+    for (const BoardRequest &request : bridge.requests())
         all << QString("%1:%2").arg(request.board).arg(request.command(), 2, 16, QLatin1Char('0'));
     return all.join(' ');
 }
 
-QStringList ClimateRig::data(int board, int command)
+QStringList ClimateRig::data(int board, int command) const
 {
     QStringList all;
-    for (const BoardRequest &request : m_bridge.requests(board, command))
+    for (const BoardRequest &request : bridge.requests(board, command))
         all << request.data.toHex(' ');
     return all;
 }

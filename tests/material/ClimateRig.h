@@ -8,7 +8,6 @@
 
 #include <QStringList>
 
-/// One per test program, before any of the program's singletons: it sets the working directory.
 class ClimateRig
 {
 public:
@@ -16,23 +15,19 @@ public:
     explicit ClimateRig(Parts parts = Everything);
     ~ClimateRig();
 
-    FakeBridge &bridge() { return m_bridge; }
-    ClimateHib &hib() { return *m_hib; }
-    void openBridge();
+    FakeBridge bridge;
+    LogCapture log;
+    ClimateHib *hib = nullptr;
 
-    LogCapture &log() { return m_log; }
-    /// Waits until such a line was logged; false after 900 ms. Any thread.
-    bool waitForLog(const QString &part) const;
+    /// Waits until such a line was logged, 900 ms at most. Any thread.
+    void waitForLog(const QString &part) const;
     /// The texts of a log file's lines, without their times.
     QStringList lines(const QString &file) const;
     /// "board:command" of each request since the record was cleared, in hexadecimal.
-    QString commands();
+    QString commands() const;
     /// The data of each request to a board's command, in hexadecimal.
-    QStringList data(int board, int command);
+    QStringList data(int board, int command) const;
 
 private:
     TestInstall m_install;
-    FakeBridge m_bridge;
-    ClimateHib *m_hib = nullptr;
-    LogCapture m_log;
 };
