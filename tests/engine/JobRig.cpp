@@ -2,37 +2,31 @@
 
 #include "events/EventHandler.h"
 #include "frame/Folders.h"
-#include "frame/JsonConfig.h"
 #include "frame/SqliteUtil.h"
 #include "links/Usb2Can.h"
-#include "platform/PlatformSettings.h"
 #include "printdata/PrintQueue.h"
 #include "printdata/SliceToImage.h"
 
 #include <QDir>
-#include <QJsonDocument>
 #include <QLibrary>
 #include <QtEndian>
-#include <QtTest>
 
 namespace
 {
 constexpr int pictureWidth = 64;
 constexpr int pictureRows = 24;
 
-bool writeFile(const QString &path, const QByteArray &bytes)
+template <class T> QByteArray littleEndian(T value)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    value = qToLittleEndian(value);
+    return QByteArray(reinterpret_cast<const char *>(&value), sizeof value);
 }
 
 /// A model with settings and no pictures.
 QByteArray modelFile(const QByteArray &settings)
 {
-    QByteArray header(84, '\0');
-    qToLittleEndian<quint64>(84, header.data() + 52);
-    qToLittleEndian<quint64>(quint64(settings.size()), header.data() + 60);
-    return header + settings;
+    return QByteArray(52, '\0') + littleEndian<quint64>(84) + littleEndian<quint64>(settings.size()) +
+           QByteArray(16, '\0') + settings;
 }
 
 /// A layer file whose picture is filled with one byte. qCompress puts 4 bytes of length before the stream.
@@ -40,10 +34,8 @@ QByteArray layerFile(quint8 fill)
 {
     const QByteArray inner = qCompress(QByteArray(pictureWidth / 8 * pictureRows, char(fill))).mid(4);
     const QByteArray outer = qCompress(inner).mid(4);
-    QByteArray header(20, '\0');
-    qToLittleEndian<quint32>(quint32(outer.size()), header.data() + 12);
-    qToLittleEndian<quint32>(quint32(inner.size()), header.data() + 16);
-    return header + outer;
+    return QByteArray(12, '\0') + littleEndian<quint32>(outer.size()) + littleEndian<quint32>(inner.size()) +
+           outer;
 }
 } // namespace
 
@@ -74,11 +66,6 @@ QStringList ProbeJob::messages() const
 
 JobRig::JobRig()
 {
-    QDir folder(m_folder.path());
-    folder.mkpath("install/config");
-    folder.mkpath("install/model");
-    folder.mkpath("install/Lamorel");
-    QDir::setCurrent(folder.filePath("install"));
     QFile::link(FAKE_HIB_FILE, "libhibApiDll64.so");
     QLibrary library(QDir::current().filePath("hibApiDll64"));
     m_takeCalls = decltype(m_takeCalls)(library.resolve("fakeHibTakeCalls"));
@@ -86,10 +73,9 @@ JobRig::JobRig()
     hibSet = decltype(hibSet)(library.resolve("fakeHibSet"));
     hibPicture = decltype(hibPicture)(library.resolve("fakeHibPicture"));
 
-    prepareFolders();
-    platformConfig()->Init("config/Platform.json");
-    platformConfig()->setValueSync("COM16", bridge.path());
-    setPlatformSettings([](const QString &key) { return platformConfig()->getValue(key); });
+    QDir().mkpath("model");
+    QDir().mkpath("Lamorel");
+    install.setPlatform({{"COM16", bridge.path()}});
     createSchema(sqliteUtil());
     EventHandler::instance();
     usb2Can()->OpenPort(16, 115200);
@@ -109,23 +95,17 @@ void JobRig::reset()
     sliceToImage()->closeProcess();
     sqliteUtil()->ExecuteSqlQuery("delete from PrintQueue");
     sqliteUtil()->ExecuteSqlQuery("delete from PrintHistory");
-    configureSys({{"ZStartPos", 1000},
-                  {"ForwardStartPos", 1.5},
-                  {"ReverseStartPos", 2.5},
-                  {"ForwardYOffset1", 11},
-                  {"ForwardYOffset2", 12},
-                  {"ForwardYOffset3", 13},
-                  {"ReverseYOffset1", 21},
-                  {"ReverseYOffset3", 23},
-                  {"XMoveSpeed", 700},
-                  {"LevelSpeed", 501},
-                  {"StartLayer", 1}});
-}
-
-void JobRig::configureSys(const QJsonObject &values)
-{
-    sysConfig()->Init("config/Sys.json");
-    sysConfig()->syncFile(QString::fromUtf8(QJsonDocument(values).toJson()));
+    install.writeConfig("Sys", {{"ZStartPos", 1000},
+                                {"ForwardStartPos", 1.5},
+                                {"ReverseStartPos", 2.5},
+                                {"ForwardYOffset1", 11},
+                                {"ForwardYOffset2", 12},
+                                {"ForwardYOffset3", 13},
+                                {"ReverseYOffset1", 21},
+                                {"ReverseYOffset3", 23},
+                                {"XMoveSpeed", 700},
+                                {"LevelSpeed", 501},
+                                {"StartLayer", 1}});
 }
 
 bool JobRig::loadModel(const QString &name, const QByteArray &machine)
@@ -136,8 +116,7 @@ bool JobRig::loadModel(const QString &name, const QByteArray &machine)
         "extraBlankPixel=0\npixelsX=64\npixelsY=24\npassCnt=4\nmodelMaterial=12.5\n"
         "supportMaterial=3\nlayerCnt=480\nprintTime=60\nextentX=1\nextentY=2.5\nextentZ=3\n"
         "PrintModeName=fine\nmodelMaterialName=wax\n";
-    if (!writeFile(modelPath(name), modelFile("machineType=" + machine + "\n" + text)))
-        return false;
+    writeFile(modelPath(name), modelFile("machineType=" + machine + "\n" + text));
     addToQueue(name);
     return sliceToImage()->loadModelInfo(modelPath(name)) == 0 && sliceToImage()->fileName() == name;
 }
@@ -146,17 +125,16 @@ bool JobRig::slice(int ready, int total)
 {
     const QString tool = "Lamorel/lamorel.exe";
     const QString script = "#!/bin/sh\necho 'progress: 1.0'\necho 'slice: %1/%2'\nexec sleep 100\n";
-    if (!writeFile(tool, script.arg(ready).arg(total).toUtf8()) ||
-        !QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) ||
-        !sliceToImage()->waitForStarted())
+    writeFile(tool, script.arg(ready).arg(total).toUtf8());
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (!sliceToImage()->waitForStarted())
         return false;
+    const QString folder = sliceFolder(m_model);
     for (int layer = 1; layer <= ready; ++layer) {
-        const QString number = QString::number(layer);
-        if (!writeFile(sliceFolder(m_model) + "/slice_s" + number, layerFile(supportByte)) ||
-            !writeFile(sliceFolder(m_model) + "/slice_m" + number, layerFile(structureByte)))
-            return false;
+        writeFile(folder + "/slice_s" + QString::number(layer), layerFile(supportByte));
+        writeFile(folder + "/slice_m" + QString::number(layer), layerFile(structureByte));
     }
-    return QTest::qWaitFor([total] { return sliceToImage()->sumLayer() == total; });
+    return waitUntil([total] { return sliceToImage()->sumLayer() == total; });
 }
 
 QVector<QSqlRecord> JobRig::query(const QString &statement) const

@@ -6,10 +6,10 @@
 #include "fakehib.h"
 #include "support/FakeBridge.h"
 #include "support/LogCapture.h"
+#include "support/TestInstall.h"
 
 #include <QSqlRecord>
 #include <QStringList>
-#include <QTemporaryDir>
 #include <QVector>
 
 /// Opens what a job keeps from others, and notes what it tells the operator.
@@ -45,7 +45,6 @@ public:
     JobRig();
     /// A healthy machine, an idle status, an empty database.
     void reset();
-    void configureSys(const QJsonObject &values);
     /// Writes a model for that machine, enters it into the queue and loads it.
     bool loadModel(const QString &name = QStringLiteral("part.tzl"), const QByteArray &machine = "Pelora620");
     /// Starts the tool, which says that `ready` of `total` layers are sliced, and writes the files of `ready`
@@ -55,6 +54,7 @@ public:
 
     /// The head library's calls since the last take, those whose name begins so.
     QStringList hibCalls(const char *name = "");
+    TestInstall install;
     FakeBridge bridge;
     decltype(&fakeHibFail) hibFail = nullptr;
     decltype(&fakeHibSet) hibSet = nullptr;
@@ -64,7 +64,6 @@ public:
     static constexpr quint8 structureByte = 0x22;
 
 private:
-    QTemporaryDir m_folder;
     QString m_model;
     decltype(&fakeHibTakeCalls) m_takeCalls = nullptr;
 };

@@ -151,13 +151,14 @@ void TestPrintJob::levellerSlowAtStart()
 
 void TestPrintJob::preparationFails_data()
 {
-    QTest::addColumn<int>("command"); // whose answer is 1 in this byte
+    QTest::addColumn<int>("command"); // of the motion board: answers 1 in this byte, or not at all
     QTest::addColumn<int>("byte");
     QTest::addColumn<QString>("message");
     QTest::newRow("key missing") << 0 << 0 << "00000019|配置文件丢失|3|200000";
     QTest::newRow("ink stack not parked") << 0x72 << 2 << "00000011|墨栈光电状态异常|3|200000";
     QTest::newRow("X stuck") << 0x70 << 3 << "00020002|X 轴停止运动超时|3|200000";
-    QTest::newRow("Z stuck") << 0x70 << 1 << "00020004|Z 轴停止运动超时|3|200000";
+    QTest::newRow("Y does not home") << 0x62 << -1 << "00020003|Y 轴停止运动超时|3|200000";
+    QTest::newRow("Z does not home") << 0x63 << -1 << "00020004|Z 轴停止运动超时|3|200000";
 }
 
 /// The event is shown, the machine goes to standby, the record says failed.
@@ -166,13 +167,25 @@ void TestPrintJob::preparationFails()
     QFETCH(int, command);
     QFETCH(int, byte);
     QFETCH(QString, message);
-    if (command)
-        m_rig.bridge.setBytes(2, command, {{byte, 1}});
-    else
-        m_rig.configureSys({{"ZStartPos", 1000}, {"LevelSpeed", 500}});
+    std::atomic<bool> broken{true};
+    m_rig.bridge.setHandler(2, command, [&broken, byte](const BoardRequest &request) {
+        QByteArray answer = request.data;
+        if (byte < 0)
+            return QByteArray();
+        answer[byte] = broken;
+        return answer;
+    });
+    m_rig.bridge.setHandler(6, 0x46, [&broken](const BoardRequest &request) { // standby: it comes loose
+        broken = false;
+        return request.data;
+    });
+    if (!command)
+        m_rig.install.writeConfig("Sys", {{"ZStartPos", 1000}, {"LevelSpeed", 500}});
     ProbeJob job;
     start(job);
     QVERIFY(ended(job));
+    m_rig.bridge.setHandler(2, command, [](const BoardRequest &request) { return request.data; });
+    m_rig.bridge.setHandler(6, 0x46, [](const BoardRequest &request) { return request.data; });
     QCOMPARE(job.messages().last(), message);
     QCOMPARE(rows(), QString("2/1"));
     QCOMPARE(standby(), standbyDone);
@@ -193,7 +206,7 @@ void TestPrintJob::otherMachine()
     QFETCH(QByteArray, machine);
     QFETCH(bool, answer);
     QVERIFY(m_rig.loadModel("part.tzl", machine));
-    m_rig.configureSys({{"LevelSpeed", 500}}); // ends a job that goes on
+    m_rig.install.writeConfig("Sys", {{"LevelSpeed", 500}}); // ends a job that goes on
     setMessageWaiter([answer] { return int(answer); });
     ProbeJob job;
     start(job);
@@ -322,6 +335,7 @@ void TestPrintJob::goesBackAndForth()
 void TestPrintJob::record()
 {
     const QString name = QString::fromUtf8("a \"ring\" %1 %5 件 '; drop table PrintQueue;--.tzl");
+    m_rig.reset(); // the only model of the queue
     QVERIFY(m_rig.loadModel(name));
     ProbeJob job;
     job.resetPrintState(0);
