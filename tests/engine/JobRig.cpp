@@ -8,6 +8,7 @@
 #include "printdata/SliceToImage.h"
 
 #include <QDir>
+#include <QJsonDocument>
 #include <QLibrary>
 #include <QtEndian>
 
@@ -95,17 +96,11 @@ void JobRig::reset()
     sliceToImage()->closeProcess();
     sqliteUtil()->ExecuteSqlQuery("delete from PrintQueue");
     sqliteUtil()->ExecuteSqlQuery("delete from PrintHistory");
-    install.writeConfig("Sys", {{"ZStartPos", 1000},
-                                {"ForwardStartPos", 1.5},
-                                {"ReverseStartPos", 2.5},
-                                {"ForwardYOffset1", 11},
-                                {"ForwardYOffset2", 12},
-                                {"ForwardYOffset3", 13},
-                                {"ReverseYOffset1", 21},
-                                {"ReverseYOffset3", 23},
-                                {"XMoveSpeed", 700},
-                                {"LevelSpeed", 501},
-                                {"StartLayer", 1}});
+    const QByteArray sys =
+        R"({"ZStartPos":1000,"StartLayer":1,"XMoveSpeed":700,"LevelSpeed":501,"ForwardStartPos":1.5,
+        "ReverseStartPos":2.5,"ForwardYOffset1":11,"ForwardYOffset2":12,"ForwardYOffset3":13,"ReverseYOffset1":21,
+        "ReverseYOffset3":23})";
+    install.writeConfig("Sys", QJsonDocument::fromJson(sys).object());
 }
 
 bool JobRig::loadModel(const QString &name, const QByteArray &machine)
