@@ -1,8 +1,9 @@
 #pragma once
-// The measures of the simulated machine, in micrometres unless the name says otherwise. docs/simulator.md tells where
-// the delivered configuration depends on them.
+// The measures of the simulated machine, in micrometres unless the name says otherwise. docs/simulator.md
+// tells where the delivered configuration depends on them.
 
-namespace geometry {
+namespace geometry
+{
 constexpr int heads = 3;
 constexpr int headRows = 440; ///< nozzle rows of one head
 constexpr int barRows = heads * headRows;
@@ -19,8 +20,9 @@ constexpr double xEnd = 700000.0;
 constexpr double sweepNear = 20000.0;
 constexpr double sweepFar = 550000.0;
 constexpr double inkStation = 690000.0;
-constexpr double inkStationReach = 3000.0; ///< how near the carriage must stand for the magnet to hold the stack
-constexpr double xAcceleration = 6.0e6;    ///< per second squared
+constexpr double inkStationReach =
+    3000.0;                             ///< how near the carriage must stand for the magnet to hold the stack
+constexpr double xAcceleration = 6.0e6; ///< per second squared
 
 constexpr double yEnd = 60000.0;
 constexpr double ySpeed = 100.0e3;
@@ -33,11 +35,12 @@ constexpr double zAcceleration = 0.5e6;
 constexpr double headMountX[heads] = {0.0, 2540.0, 5080.0};
 constexpr double dropFlightSeconds = 0.2e-3;
 
-/// The most that the bed may lift the part above the leveller's plane: one layer, which the next sweep shaves.
+/// The most that the bed may lift the part above the leveller's plane: one layer, which the next sweep
+/// shaves.
 constexpr double liftLimit = 100.0;
 
-/// Rows of the print bar as they are screwed in: first row and overlap with the head before, as a head's place is
-/// told to the boards.
+/// Rows of the print bar as they are screwed in: first row and overlap with the head before, as a head's
+/// place is told to the boards.
 struct MountedHead {
     int firstRow;
     int overlap;

@@ -1,6 +1,6 @@
 #pragma once
-// How the stand-in of the head boards' library talks to the machine: one request at a time over a local socket, both
-// ends of one build on one computer, so records travel as they lie in memory.
+// How the stand-in of the head boards' library talks to the machine: one request at a time over a local
+// socket, both ends of one build on one computer, so records travel as they lie in memory.
 //
 //   request  RequestHead, argCount doubles, then the planes of a picture (Arm alone)
 //   reply    ReplyHead, valueCount doubles
@@ -9,26 +9,27 @@
 
 #include <cstdint>
 
-namespace heads {
+namespace heads
+{
 enum class Op : uint16_t {
     Init = 1,
-    MfgCode,        // board -> code
-    AddHead,        // bar, head, board, connector, enabled, flags
-    PlaceHead,      // bar, head, first row, overlap, flags
-    DotClocks,      // board count, frequency, enabled, divider, dpi, mode
-    Page,           // head, start, offset, width, flag
-    Arm,            // width, rows, dpi, forward, value150, image count, bytes of the support plane; then both planes
-    WaitComplete,   // board
-    GetEncoder,     // board -> counts
-    SetEncoder,     // board, value
-    AutofireMask,   // board, nozzle, flags
-    AutofireStart,  // board, frequency, flags, mode, count
-    AutofireStop,   // board
-    InkLevels,      // head -> four levels
-    HeaterTemp,     // head, sensor -> degrees
+    MfgCode,   // board -> code
+    AddHead,   // bar, head, board, connector, enabled, flags
+    PlaceHead, // bar, head, first row, overlap, flags
+    DotClocks, // board count, frequency, enabled, divider, dpi, mode
+    Page,      // head, start, offset, width, flag
+    Arm, // width, rows, dpi, forward, value150, image count, bytes of the support plane; then both planes
+    WaitComplete,    // board
+    GetEncoder,      // board -> counts
+    SetEncoder,      // board, value
+    AutofireMask,    // board, nozzle, flags
+    AutofireStart,   // board, frequency, flags, mode, count
+    AutofireStop,    // board
+    InkLevels,       // head -> four levels
+    HeaterTemp,      // head, sensor -> degrees
     ThermalSetpoint, // head, sensor, degrees
-    GetWaveform,    // head, waveform -> 8 knots of time and volts
-    AdjustVoltage,  // head, waveform, difference
+    GetWaveform,     // head, waveform -> 8 knots of time and volts
+    AdjustVoltage,   // head, waveform, difference
 };
 
 /// 2640 of these come in a row whenever the dot clock is set, so nobody waits for them.

@@ -4,7 +4,8 @@
 #include <QFile>
 #include <QSaveFile>
 
-namespace {
+namespace
+{
 constexpr char magic[8] = {'P', 'A', 'S', 'S', 'E', 'S', '0', '1'};
 constexpr quint32 passLimit = 1u << 22;
 constexpr quint32 planeLimit = 64u << 20;
@@ -40,8 +41,8 @@ bool readPlane(QDataStream &stream, int width, int rows, SparsePlane *plane)
 
 void writePass(QDataStream &stream, const PassRecord &pass)
 {
-    stream << pass.startSeconds << pass.endSeconds << quint8(pass.forward) << pass.columnPitch << pass.y << pass.z
-           << qint32(pass.width) << qint32(pass.rows);
+    stream << pass.startSeconds << pass.endSeconds << quint8(pass.forward) << pass.columnPitch << pass.y
+           << pass.z << qint32(pass.width) << qint32(pass.rows);
     for (const HeadPass &head : pass.heads)
         stream << quint8(head.fired) << head.firstX << qint32(head.rowShift);
     writePlane(stream, pass.structure);
@@ -52,8 +53,8 @@ bool readPass(QDataStream &stream, PassRecord *pass)
 {
     quint8 forward = 0;
     qint32 width = 0, rows = 0;
-    stream >> pass->startSeconds >> pass->endSeconds >> forward >> pass->columnPitch >> pass->y >> pass->z >> width >>
-        rows;
+    stream >> pass->startSeconds >> pass->endSeconds >> forward >> pass->columnPitch >> pass->y >> pass->z >>
+        width >> rows;
     pass->forward = forward;
     pass->width = width;
     pass->rows = rows;
@@ -74,7 +75,8 @@ int PassRecord::headOfRow(int row) const
 {
     for (int head = 0; head < geometry::heads; ++head) {
         const int barRow = row - heads[head].rowShift;
-        if (heads[head].fired && barRow >= head * geometry::headRows && barRow < (head + 1) * geometry::headRows)
+        if (heads[head].fired && barRow >= head * geometry::headRows &&
+            barRow < (head + 1) * geometry::headRows)
             return head;
     }
     return -1;
@@ -110,7 +112,8 @@ bool readPasses(const QString &path, std::vector<PassRecord> *passes, QString *e
     configure(stream);
     char head[sizeof magic];
     quint32 count = 0;
-    const bool known = stream.readRawData(head, sizeof head) == sizeof head && !memcmp(head, magic, sizeof head);
+    const bool known =
+        stream.readRawData(head, sizeof head) == sizeof head && !memcmp(head, magic, sizeof head);
     stream >> count;
     if (!known || stream.status() != QDataStream::Ok || count > passLimit) {
         *error = path + ": no file of fired passes";

@@ -1,6 +1,7 @@
 #include "common/SparsePlane.h"
 
-namespace {
+namespace
+{
 /// Index of the first byte that is not 0, `count` when all are.
 int firstUsed(const uint8_t *row, int count)
 {
@@ -63,9 +64,7 @@ bool SparsePlane::valid(int width, int rows) const
 uint64_t SparsePlane::dots() const
 {
     uint64_t sum = 0;
-    forEachRow([&sum](int, int, const uint8_t *data, int count) {
-        sum += countBits(data, count);
-    });
+    forEachRow([&sum](int, int, const uint8_t *data, int count) { sum += countBits(data, count); });
     return sum;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// One ink's picture of a pass: only the rows that hold dots, each without its empty ends. A part covers a small share
-// of the bed, so this is what travels to the machine and what it keeps.
+// One ink's picture of a pass: only the rows that hold dots, each without its empty ends. A part covers a
+// small share of the bed, so this is what travels to the machine and what it keeps.
 
 #include <cstdint>
 #include <cstring>

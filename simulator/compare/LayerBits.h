@@ -10,7 +10,8 @@ class LayerBits
 public:
     LayerBits() = default;
     LayerBits(int width, int height)
-        : m_stride((width + 31) / 32 * 4), m_height(height), m_bits(std::size_t(m_stride) * std::size_t(height))
+        : m_stride((width + 31) / 32 * 4), m_height(height),
+          m_bits(std::size_t(m_stride) * std::size_t(height))
     {
     }
     int stride() const { return m_stride; }

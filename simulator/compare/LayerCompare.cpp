@@ -7,7 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
+namespace
+{
 constexpr int layerLimit = 1000000;
 constexpr double levelTolerance = 0.5; // micrometres
 
@@ -63,7 +64,8 @@ CompareResult compareLayers(const CompareOptions &options)
     CompareResult result;
     ModelSettings settings;
     std::vector<PassRecord> passes;
-    if (!readSettings(options.ini, &settings, &result.error) || !readPasses(options.passes, &passes, &result.error))
+    if (!readSettings(options.ini, &settings, &result.error) ||
+        !readPasses(options.passes, &passes, &result.error))
         return result;
     if (passes.size() % passesPerLayer) {
         result.error = QStringLiteral("%1 passes are no whole layers").arg(passes.size());

@@ -1,6 +1,6 @@
 #pragma once
-// Every printed layer against its sliced one. The comparison goes by where drops fell on the bed and knows nothing of
-// how the program cuts a layer into passes.
+// Every printed layer against its sliced one. The comparison goes by where drops fell on the bed and knows
+// nothing of how the program cuts a layer into passes.
 
 #include <QJsonObject>
 #include <QString>
@@ -18,10 +18,10 @@ struct CompareOptions {
 struct LayerDifference {
     int position = 0; ///< in the order of printing, from 1
     int layer = 0;
-    qint64 missing = 0; ///< sliced and not printed
-    qint64 extra = 0;   ///< printed and not sliced, or astray
+    qint64 missing = 0;   ///< sliced and not printed
+    qint64 extra = 0;     ///< printed and not sliced, or astray
     bool levelled = true; ///< all four passes at one height
-    qint64 dots = 0;    ///< sliced
+    qint64 dots = 0;      ///< sliced
 };
 
 struct CompareResult {

@@ -10,8 +10,10 @@
 #include <cstring>
 #include <zlib.h>
 
-namespace {
-constexpr int headBytes = 20; // 12 of the slicer's own, length of the packed data, length of what it unpacks to
+namespace
+{
+constexpr int headBytes =
+    20; // 12 of the slicer's own, length of the packed data, length of what it unpacks to
 constexpr quint32 packedLimit = 256u << 20;
 constexpr int sideLimit = 1 << 17;
 
@@ -25,8 +27,8 @@ quint32 number32(const QByteArray &bytes, int at)
 bool unpack(const QByteArray &packed, void *target, uLong size, uLong *length)
 {
     *length = size;
-    return ::uncompress(static_cast<Bytef *>(target), length, reinterpret_cast<const Bytef *>(packed.constData()),
-                        uLong(packed.size())) == Z_OK;
+    return ::uncompress(static_cast<Bytef *>(target), length,
+                        reinterpret_cast<const Bytef *>(packed.constData()), uLong(packed.size())) == Z_OK;
 }
 
 bool readPicture(const QString &path, LayerBits *picture, QString *error)
@@ -52,7 +54,8 @@ bool readPicture(const QString &path, LayerBits *picture, QString *error)
     if (!unpack(block, upsideDown.row(0), uLong(picture->stride()) * uLong(picture->height()), &length))
         return false;
     for (int row = 0; row < picture->height(); ++row)
-        std::memcpy(picture->row(row), upsideDown.row(picture->height() - 1 - row), size_t(picture->stride()));
+        std::memcpy(picture->row(row), upsideDown.row(picture->height() - 1 - row),
+                    size_t(picture->stride()));
     error->clear();
     return true;
 }

@@ -17,7 +17,8 @@ struct ModelSettings {
     /// Micrometres between two columns, two rows.
     double columnPitch() const { return 25400.0 / dpiX; }
     double rowPitch() const;
-    /// Which rows a layer prints: those whose number leaves this rest when divided by the layers that share them.
+    /// Which rows a layer prints: those whose number leaves this rest when divided by the layers that share
+    /// them.
     int rowRest(int layer) const;
     int rowStep() const { return passCnt / 4; }
 };

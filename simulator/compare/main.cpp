@@ -6,7 +6,8 @@
 #include <QSaveFile>
 #include <cstdio>
 
-namespace {
+namespace
+{
 constexpr int layersShown = 10;
 
 void show(const CompareResult &result)
@@ -16,18 +17,20 @@ void show(const CompareResult &result)
         const bool equal = !layer.missing && !layer.extra && layer.levelled;
         if (equal || ++shown > layersShown)
             continue;
-        std::printf("layer %d (printed as number %d): %lld missing, %lld extra%s\n", layer.layer, layer.position,
-                    static_cast<long long>(layer.missing), static_cast<long long>(layer.extra),
+        std::printf("layer %d (printed as number %d): %lld missing, %lld extra%s\n", layer.layer,
+                    layer.position, static_cast<long long>(layer.missing),
+                    static_cast<long long>(layer.extra),
                     layer.levelled ? "" : ", passes at different heights");
     }
-    std::printf("%d layers compared, %lld dots, %lld differ\n", result.printed, static_cast<long long>(result.dots),
-                static_cast<long long>(result.differing));
+    std::printf("%d layers compared, %lld dots, %lld differ\n", result.printed,
+                static_cast<long long>(result.dots), static_cast<long long>(result.differing));
 }
 
 bool writeJson(const QString &path, const CompareResult &result)
 {
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(result.toJson()).toJson()) > 0 && file.commit();
+    return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(result.toJson()).toJson()) > 0 &&
+           file.commit();
 }
 } // namespace
 

@@ -11,13 +11,15 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-namespace {
+namespace
+{
 QByteArray socketPath()
 {
     QFile settings(QStringLiteral("config/Platform.json"));
     if (!settings.open(QIODevice::ReadOnly))
         return {};
-    return QFile::encodeName(QJsonDocument::fromJson(settings.readAll())[QStringLiteral("HeadsSocket")].toString());
+    return QFile::encodeName(
+        QJsonDocument::fromJson(settings.readAll())[QStringLiteral("HeadsSocket")].toString());
 }
 
 int64_t nowMs()
@@ -127,7 +129,8 @@ int HeadLink::receive(std::vector<double> *values, int timeoutMs)
     }
 }
 
-int HeadLink::call(heads::Op op, std::initializer_list<double> arguments, std::vector<double> *values, int timeoutMs)
+int HeadLink::call(heads::Op op, std::initializer_list<double> arguments, std::vector<double> *values,
+                   int timeoutMs)
 {
     if (m_socket < 0)
         return heads::NoBoards;
@@ -143,7 +146,8 @@ int HeadLink::post(heads::Op op, std::initializer_list<double> arguments)
     return heads::Done;
 }
 
-int HeadLink::arm(std::initializer_list<double> arguments, const SparsePlane &support, const SparsePlane &structure)
+int HeadLink::arm(std::initializer_list<double> arguments, const SparsePlane &support,
+                  const SparsePlane &structure)
 {
     if (m_socket < 0)
         return heads::NoBoards;

@@ -12,18 +12,19 @@ class HeadLink
 public:
     ~HeadLink();
 
-    /// Connects to the socket named by "HeadsSocket" in config/Platform.json of the working directory. False when
-    /// there is none: then there are no boards.
+    /// Connects to the socket named by "HeadsSocket" in config/Platform.json of the working directory. False
+    /// when there is none: then there are no boards.
     bool connect();
 
-    /// One request and its answer; heads::NoBoards without a connection. `timeoutMs` below 0 waits for good: only as
-    /// long as the machine is there.
+    /// One request and its answer; heads::NoBoards without a connection. `timeoutMs` below 0 waits for good:
+    /// only as long as the machine is there.
     int call(heads::Op op, std::initializer_list<double> arguments, std::vector<double> *values = nullptr,
              int timeoutMs = -1);
     /// A request that is not answered; it leaves with the next call.
     int post(heads::Op op, std::initializer_list<double> arguments);
     /// Hands over both planes of a picture.
-    int arm(std::initializer_list<double> arguments, const SparsePlane &support, const SparsePlane &structure);
+    int arm(std::initializer_list<double> arguments, const SparsePlane &support,
+            const SparsePlane &structure);
 
 private:
     void append(heads::Op op, std::initializer_list<double> arguments, size_t extraBytes = 0);

@@ -8,7 +8,8 @@
 
 using heads::Op;
 
-namespace {
+namespace
+{
 constexpr int versionNumbers[5] = {3, 8, 1, 0, 2};
 constexpr int boards = 3;
 constexpr int widthLimit = 65536;
@@ -23,7 +24,8 @@ struct Source {
 Source pictureSource;
 
 /// Hands a call through and its answer's numbers out; outputs are 0 when the call fails.
-template <typename T> int query(Op op, std::initializer_list<double> arguments, std::initializer_list<T *> outputs)
+template <typename T>
+int query(Op op, std::initializer_list<double> arguments, std::initializer_list<T *> outputs)
 {
     std::vector<double> values;
     int result = boardsLink.call(op, arguments, &values);
@@ -47,9 +49,9 @@ int armPicture(const HibPackedImage &image)
     const int stride = (width + 31) / 32 * 4;
     const SparsePlane support = SparsePlane::pack(image.supportPlane, width, rows, stride);
     const SparsePlane structure = SparsePlane::pack(image.structurePlane, width, rows, stride);
-    return boardsLink.arm({double(width), double(rows), double(image.dpi), double(image.forward), double(image.value150),
-                     double(image.imageCount), double(support.bytes.size())},
-                    support, structure);
+    return boardsLink.arm({double(width), double(rows), double(image.dpi), double(image.forward),
+                           double(image.value150), double(image.imageCount), double(support.bytes.size())},
+                          support, structure);
 }
 } // namespace
 
@@ -76,30 +78,32 @@ HIB_EXPORT int32_t hibGetMfgCode(int32_t board, float *code)
     return query<float>(Op::MfgCode, {double(board)}, {code});
 }
 
-HIB_EXPORT int32_t hibAddHeadToPrintBar(int32_t bar, int32_t head, int32_t board, int32_t connector, int32_t enabled,
-                                        int32_t flags)
+HIB_EXPORT int32_t hibAddHeadToPrintBar(int32_t bar, int32_t head, int32_t board, int32_t connector,
+                                        int32_t enabled, int32_t flags)
 {
-    return boardsLink.call(Op::AddHead, {double(bar), double(head), double(board), double(connector), double(enabled),
-                                   double(flags)});
+    return boardsLink.call(Op::AddHead, {double(bar), double(head), double(board), double(connector),
+                                         double(enabled), double(flags)});
 }
 
-HIB_EXPORT int32_t hibConfigPrintBarHead(int32_t bar, int32_t head, int32_t firstRow, int32_t overlap, int32_t flags)
+HIB_EXPORT int32_t hibConfigPrintBarHead(int32_t bar, int32_t head, int32_t firstRow, int32_t overlap,
+                                         int32_t flags)
 {
     return boardsLink.call(Op::PlaceHead,
-                     {double(bar), double(head), double(firstRow), double(overlap), double(flags)});
+                           {double(bar), double(head), double(firstRow), double(overlap), double(flags)});
 }
 
 HIB_EXPORT int32_t hibSetupAllDotclocks(const HibDotClock *clock)
 {
     return boardsLink.call(Op::DotClocks,
-                     {double(clock->boardCount), double(clock->frequencyHz), double(clock->enabled),
-                      double(clock->encoderDivider), double(clock->dpi), double(clock->mode)});
+                           {double(clock->boardCount), double(clock->frequencyHz), double(clock->enabled),
+                            double(clock->encoderDivider), double(clock->dpi), double(clock->mode)});
 }
 
-HIB_EXPORT int32_t hibConfigPage(int32_t board, float startUm, float offsetUm, int32_t widthPixels, int32_t flag)
+HIB_EXPORT int32_t hibConfigPage(int32_t board, float startUm, float offsetUm, int32_t widthPixels,
+                                 int32_t flag)
 {
-    return boardsLink.call(Op::Page,
-                     {double(board), double(startUm), double(offsetUm), double(widthPixels), double(flag)});
+    return boardsLink.call(
+        Op::Page, {double(board), double(startUm), double(offsetUm), double(widthPixels), double(flag)});
 }
 
 HIB_EXPORT int32_t hibSetupPackedImageTransfer(int32_t, HibPackedImageCallback callback, void *context)
@@ -110,7 +114,8 @@ HIB_EXPORT int32_t hibSetupPackedImageTransfer(int32_t, HibPackedImageCallback c
 
 HIB_EXPORT int32_t hibSetFreePackedMemoryCallback(int32_t, HibFreePackedMemoryCallback, void *)
 {
-    return heads::Done; // planes are read before hibEnablePrintingWDelay returns: nothing is held that could be freed
+    return heads::Done; // planes are read before hibEnablePrintingWDelay returns: nothing is held that could
+                        // be freed
 }
 
 /// Asks for pictures until the source has no more, and arms the boards with each.
@@ -152,10 +157,11 @@ HIB_EXPORT int32_t hibSetAutofireMask(int32_t board, int32_t nozzle, int32_t fla
     return boardsLink.post(Op::AutofireMask, {double(board), double(nozzle), double(flags)});
 }
 
-HIB_EXPORT int32_t hibAutofireStart(int32_t board, float frequencyHz, int32_t flags, int32_t mode, int32_t count)
+HIB_EXPORT int32_t hibAutofireStart(int32_t board, float frequencyHz, int32_t flags, int32_t mode,
+                                    int32_t count)
 {
     return boardsLink.call(Op::AutofireStart,
-                     {double(board), double(frequencyHz), double(flags), double(mode), double(count)});
+                           {double(board), double(frequencyHz), double(flags), double(mode), double(count)});
 }
 
 HIB_EXPORT int32_t hibAutofireStop(int32_t board)

@@ -1,6 +1,6 @@
 #pragma once
-// One axis: where it is follows from the time alone (a trapezoid of speed over time), so nothing has to tick and a
-// busy computer cannot make it late.
+// One axis: where it is follows from the time alone (a trapezoid of speed over time), so nothing has to tick
+// and a busy computer cannot make it late.
 
 class Axis
 {

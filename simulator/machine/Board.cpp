@@ -2,7 +2,8 @@
 
 #include "Machine.h"
 
-namespace {
+namespace
+{
 constexpr int busTest = 0x01;
 constexpr int zones = 7;
 } // namespace
@@ -26,9 +27,9 @@ frame::Data Board::answer(const frame::Data &request)
     if (handler != m_commands.constEnd())
         (*handler)(data);
     else
-        m_machine.violation("unknown-command", QString("board %1 knows no command 0x%2")
-                                                   .arg(m_number)
-                                                   .arg(request[0], 2, 16, QLatin1Char('0')));
+        m_machine.violation(
+            "unknown-command",
+            QString("board %1 knows no command 0x%2").arg(m_number).arg(request[0], 2, 16, QLatin1Char('0')));
     data[0] = request[0];
     return data;
 }
@@ -37,7 +38,8 @@ void Board::onZones(int readCommand, int setCommand)
 {
     on(readCommand, [this, readCommand](frame::Data &data) {
         for (int zone = 1; zone <= zones; ++zone)
-            data[size_t(zone)] = uint8_t(m_machine.climate().zone(m_number, readCommand, zone, m_machine.now()));
+            data[size_t(zone)] =
+                uint8_t(m_machine.climate().zone(m_number, readCommand, zone, m_machine.now()));
     });
     on(setCommand, [this, readCommand](frame::Data &data) {
         for (int zone = 1; zone <= zones; ++zone)
@@ -55,7 +57,8 @@ void Board::onLatched(int command, std::function<int()> value)
 
 int32_t Board::number32(const frame::Data &data)
 {
-    return int32_t(uint32_t(data[4]) | uint32_t(data[5]) << 8 | uint32_t(data[6]) << 16 | uint32_t(data[7]) << 24);
+    return int32_t(uint32_t(data[4]) | uint32_t(data[5]) << 8 | uint32_t(data[6]) << 16 |
+                   uint32_t(data[7]) << 24);
 }
 
 void Board::putNumber32(frame::Data &data, int32_t value)

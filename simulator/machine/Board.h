@@ -1,6 +1,6 @@
 #pragma once
-// A controller board on the bus: a table of commands. Each handler gets the eight data bytes of a request and turns
-// them into those of the answer; byte 0, the echo of the command, is left as it is.
+// A controller board on the bus: a table of commands. Each handler gets the eight data bytes of a request and
+// turns them into those of the answer; byte 0, the echo of the command, is left as it is.
 
 #include "Frame.h"
 
@@ -32,7 +32,10 @@ protected:
 
     static int32_t number32(const frame::Data &data);
     static void putNumber32(frame::Data &data, int32_t value);
-    static int number16(const frame::Data &data, int at) { return int16_t(data[size_t(at)] | data[size_t(at + 1)] << 8); }
+    static int number16(const frame::Data &data, int at)
+    {
+        return int16_t(data[size_t(at)] | data[size_t(at + 1)] << 8);
+    }
     static void putNumber16(frame::Data &data, int at, int value);
 
     Machine &m_machine;

@@ -51,7 +51,9 @@ Board5Air::Board5Air(Machine &machine) : Board(machine, 5)
         }
     });
     on(0x33, [this](Data &data) { data[2] = m_machine.inkDoorClosed; });
-    const auto hold = [this](int material, int head) -> Lag & { return m_machine.climate().holdPressure(material, head); };
+    const auto hold = [this](int material, int head) -> Lag & {
+        return m_machine.climate().holdPressure(material, head);
+    };
     for (int material : {0, 1}) {
         on(0x34 + material, [this, material, hold](Data &data) {
             for (int head = 1; head <= 3; ++head)

@@ -4,12 +4,14 @@
 
 #include <QTimer>
 
-namespace {
+namespace
+{
 constexpr int bridgeChannel = 0xFF;
 constexpr int dataLength = 8;
 } // namespace
 
-Bridge::Bridge(Machine &machine, QObject *parent) : QObject(parent), m_machine(machine), m_boards(makeBoards(machine))
+Bridge::Bridge(Machine &machine, QObject *parent)
+    : QObject(parent), m_machine(machine), m_boards(makeBoards(machine))
 {
     m_reader.onFrame = [this](const frame::Record &request) { onRequest(request); };
     m_reader.onError = [this](const char *name, const QString &detail) { m_machine.violation(name, detail); };

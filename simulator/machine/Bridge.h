@@ -1,6 +1,6 @@
 #pragma once
-// The serial bridge: frames in, the boards' answers out, and what can go wrong on the way. It knows no port, so a test
-// feeds it bytes.
+// The serial bridge: frames in, the boards' answers out, and what can go wrong on the way. It knows no port,
+// so a test feeds it bytes.
 
 #include "Boards.h"
 #include "Frame.h"

@@ -2,7 +2,8 @@
 
 #include "common/Geometry.h"
 
-namespace {
+namespace
+{
 // Machine seconds: a cold machine is ready to print after some three minutes.
 constexpr double zoneTau = 60;
 constexpr double heaterTau = 45;

@@ -1,6 +1,6 @@
 #pragma once
-// Everything that warms, cools or holds pressure: the boards' heated zones, the head heaters, the air system. Each
-// quantity has a name, by which faults reach its sensor.
+// Everything that warms, cools or holds pressure: the boards' heated zones, the head heaters, the air system.
+// Each quantity has a name, by which faults reach its sensor.
 
 #include "Lag.h"
 
@@ -24,7 +24,8 @@ public:
     Lag &positivePressure() { return m_quantities["pressure.positive"]; }
     Lag &leveller() { return m_quantities["leveller"]; }
 
-    /// "zone.3.31.1", "head.1.1", "pressure.structure.1", "pressure.positive", "leveller"; null when there is none.
+    /// "zone.3.31.1", "head.1.1", "pressure.structure.1", "pressure.positive", "leveller"; null when there is
+    /// none.
     Lag *find(const QString &name);
     QStringList names() const { return m_quantities.keys(); }
     double reading(Lag &quantity, double now);

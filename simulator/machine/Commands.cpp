@@ -6,7 +6,8 @@
 
 #include <QJsonArray>
 
-namespace {
+namespace
+{
 const QString ok;
 const QString badArguments = QStringLiteral("wrong arguments");
 
@@ -219,23 +220,26 @@ const std::vector<Command> &commands()
         {"sensors", "", "Every sensor by name with its reading.", false, sensors},
         {"help", "", "This list.", false, help},
         {"door", "front|inkbox open|close", "Opens or closes a door.", false, door},
-        {"platform", "take|put|empty", "Takes the platform away or seats it; empty removes the part.", false, platform},
+        {"platform", "take|put|empty", "Takes the platform away or seats it; empty removes the part.", false,
+         platform},
         {"usb", "plug FOLDER [NAME] | unplug [NAME]", "A USB disk that holds FOLDER.", false, usb},
         {"report", "[FILE]", "Writes report and pictures now.", false, report},
-        {"stated-sleep", "MS", "Sleeps that are stated for one gap between two sweeps; the report takes them off.", false,
+        {"stated-sleep", "MS",
+         "Sleeps that are stated for one gap between two sweeps; the report takes them off.", false,
          statedSleep},
         {"stop", "", "Writes the report and ends the machine.", false, stop},
         {"silence", "BOARD on|off", "The board carries commands out and does not answer.", true, silence},
         {"board", "BOARD die|revive", "The board neither hears nor answers.", true, board},
-        {"frames", "drop|corrupt|late RATE [MS]", "Answers are lost, damaged, or come MS (2500, real time) late; RATE 0 to 1.",
-         true, frames},
+        {"frames", "drop|corrupt|late RATE [MS]",
+         "Answers are lost, damaged, or come MS (2500, real time) late; RATE 0 to 1.", true, frames},
         {"stick", "x|y|z on|off", "The axis stands still and reports that it moves.", true, stick},
         {"hold-transfer", "on|off", "Pages are fired, the head boards never say so.", true, holdTransfer},
         {"leveller", "slow|normal", "The leveller does not reach its speed.", true, leveller},
         {"freeze-sensor", "SENSOR on|off", "The sensor stays at its present reading.", true, freezeSensor},
         {"drift", "SENSOR AMOUNT", "The sensor reads this much too high.", true, drift},
         {"noise", "AMOUNT", "Every reading trembles by up to this much.", true, noise},
-        {"level", "HEAD structure|support VALUE", "Sets the level of a head's tank (full: 61000).", true, level},
+        {"level", "HEAD structure|support VALUE", "Sets the level of a head's tank (full: 61000).", true,
+         level},
     };
     return table;
 }

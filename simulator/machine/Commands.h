@@ -1,6 +1,6 @@
 #pragma once
-// What the machine can be told from outside: reading its state, working its doors, and the named faults. One table:
-// name, arguments, help, action; `machinectl help` prints it.
+// What the machine can be told from outside: reading its state, working its doors, and the named faults. One
+// table: name, arguments, help, action; `machinectl help` prints it.
 
 #include <QJsonObject>
 #include <QStringList>
@@ -15,7 +15,8 @@ struct CommandContext {
     Machine &machine;
     Bridge &bridge;
     const Site &site;
-    /// Writes the report (and pictures) now; an empty path means the usual one. Null on success, else what is wrong.
+    /// Writes the report (and pictures) now; an empty path means the usual one. Null on success, else what is
+    /// wrong.
     std::function<QString(const QString &path)> report;
     std::function<void()> stop;
     /// Sum of the sleeps that are stated for one gap between two sweeps.

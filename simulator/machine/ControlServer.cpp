@@ -4,14 +4,16 @@
 #include <QJsonDocument>
 #include <QLocalSocket>
 
-ControlServer::ControlServer(CommandContext context, QObject *parent) : QObject(parent), m_context(std::move(context))
+ControlServer::ControlServer(CommandContext context, QObject *parent)
+    : QObject(parent), m_context(std::move(context))
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket *socket = m_server.nextPendingConnection()) {
             connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
                 while (socket->canReadLine()) {
-                    socket->write(QJsonDocument(answer(socket->readLine())).toJson(QJsonDocument::Compact) + '\n');
+                    socket->write(QJsonDocument(answer(socket->readLine())).toJson(QJsonDocument::Compact) +
+                                  '\n');
                     socket->flush();
                 }
             });

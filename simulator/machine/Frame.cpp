@@ -2,7 +2,8 @@
 
 #include <QString>
 
-namespace {
+namespace
+{
 constexpr uint8_t headByte = 0xAA;
 constexpr uint8_t tailByte = 0x55;
 constexpr uint8_t escapeByte = 0xA5;
@@ -25,7 +26,8 @@ uint8_t sumOf(const QByteArray &bytes, int count)
 }
 } // namespace
 
-namespace frame {
+namespace frame
+{
 QByteArray encode(const Record &record)
 {
     QByteArray bytes(recordBytes, '\0');

@@ -3,15 +3,16 @@
 //
 //   AA AA  16 bytes of record, checksum (8-bit sum of the record)  55 55
 //
-// Inside, A5, AA and 55 are each preceded by A5. Record: u32 id (board number, OR 0x40 on a request), 8 data bytes,
-// data length, channel, two reserved bytes. Little-endian.
+// Inside, A5, AA and 55 are each preceded by A5. Record: u32 id (board number, OR 0x40 on a request), 8 data
+// bytes, data length, channel, two reserved bytes. Little-endian.
 
 #include <QByteArray>
 #include <array>
 #include <cstdint>
 #include <functional>
 
-namespace frame {
+namespace frame
+{
 using Data = std::array<uint8_t, 8>;
 
 struct Record {

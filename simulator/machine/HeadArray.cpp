@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
-namespace {
+namespace
+{
 // A trapezoid with a damping tail; the peak is what the drive voltage means.
-constexpr std::pair<float, float> knots[heads::knotCount] = {{0.0F, 0.0F},  {2.0F, 20.0F}, {6.0F, 20.0F}, {8.0F, 0.0F},
-                                                             {9.5F, -6.0F}, {12.0F, -6.0F}, {13.0F, 0.0F}, {15.0F, 0.0F}};
+constexpr std::pair<float, float> knots[heads::knotCount] = {{0.0F, 0.0F},  {2.0F, 20.0F}, {6.0F, 20.0F},
+                                                             {8.0F, 0.0F},  {9.5F, -6.0F}, {12.0F, -6.0F},
+                                                             {13.0F, 0.0F}, {15.0F, 0.0F}};
 } // namespace
 
 HeadArray::HeadArray()

@@ -1,6 +1,6 @@
 #pragma once
-// The three heads and their boards: where each prints, what is armed, what its tank and heater hold. It knows no time
-// and no carriage; the machine asks it where a sweep would fire.
+// The three heads and their boards: where each prints, what is armed, what its tank and heater hold. It knows
+// no time and no carriage; the machine asks it where a sweep would fire.
 
 #include "common/Geometry.h"
 #include "common/HeadProtocol.h"
@@ -26,7 +26,7 @@ struct Head {
     int overlap = 0;
     /// A page that the next sweep must fill; a page of flag 1 only clears the boards.
     bool pageExpected = false;
-    double pageStart = 0;  ///< micrometres of the encoder
+    double pageStart = 0; ///< micrometres of the encoder
     double pageOffset = 0;
     int pageWidth = 0;
     std::array<int, 4> levels{61000, 0, 61000, 0}; ///< support, unused, structure, unused

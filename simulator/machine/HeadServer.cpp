@@ -6,7 +6,8 @@
 
 using heads::Op;
 
-namespace {
+namespace
+{
 constexpr double mfgCode = 88.51;
 constexpr int heaterSensors = 3;
 constexpr int nozzles = 880;
@@ -62,7 +63,8 @@ void HeadServer::addPageHandlers()
                                      return heads::Done;
                                  }};
     m_handlers[Op::DotClocks] = {6, false, [&array](const Arguments &a, Values *) {
-                                     if (a[0] != geometry::heads || a[2] != 1 || a[5] != clockMode || a[3] <= 0)
+                                     if (a[0] != geometry::heads || a[2] != 1 || a[5] != clockMode ||
+                                         a[3] <= 0)
                                          return heads::BadArgument;
                                      // Between jobs the clock is set before any picture has told its dpi.
                                      array.clock = {a[4] > 0, a[3], int(a[4])};
@@ -115,19 +117,21 @@ void HeadServer::addHeadHandlers()
                                      values->assign(levels.begin(), levels.end());
                                      return heads::Done;
                                  }};
-    m_handlers[Op::HeaterTemp] = {2, true, [this, sensor](const Arguments &a, Values *values) {
-                                      if (!sensor(a[1]))
-                                          return heads::BadArgument;
-                                      Climate &climate = m_machine.climate();
-                                      *values = {climate.reading(climate.heater(int(a[0]), int(a[1])), m_machine.now())};
-                                      return heads::Done;
-                                  }};
-    m_handlers[Op::ThermalSetpoint] = {3, true, [this, sensor](const Arguments &a, Values *) {
-                                           if (!sensor(a[1]))
-                                               return heads::BadArgument;
-                                           m_machine.climate().heater(int(a[0]), int(a[1])).setTarget(a[2], m_machine.now());
-                                           return heads::Done;
-                                       }};
+    m_handlers[Op::HeaterTemp] = {
+        2, true, [this, sensor](const Arguments &a, Values *values) {
+            if (!sensor(a[1]))
+                return heads::BadArgument;
+            Climate &climate = m_machine.climate();
+            *values = {climate.reading(climate.heater(int(a[0]), int(a[1])), m_machine.now())};
+            return heads::Done;
+        }};
+    m_handlers[Op::ThermalSetpoint] = {
+        3, true, [this, sensor](const Arguments &a, Values *) {
+            if (!sensor(a[1]))
+                return heads::BadArgument;
+            m_machine.climate().heater(int(a[0]), int(a[1])).setTarget(a[2], m_machine.now());
+            return heads::Done;
+        }};
     m_handlers[Op::GetWaveform] = {2, true, [&array](const Arguments &a, Values *values) {
                                        for (const auto &knot : array.head(int(a[0])).waveform) {
                                            values->push_back(double(knot.first));
@@ -205,7 +209,8 @@ int HeadServer::arm(const Arguments &a, const QByteArray &planes)
     const auto at = planes.begin() + int(a[6]);
     picture.support.bytes.assign(planes.begin(), at);
     picture.structure.bytes.assign(at, planes.end());
-    if (!picture.support.valid(picture.width, picture.rows) || !picture.structure.valid(picture.width, picture.rows))
+    if (!picture.support.valid(picture.width, picture.rows) ||
+        !picture.structure.valid(picture.width, picture.rows))
         return heads::BadArgument;
     m_machine.arm(std::move(picture));
     return heads::Done;

@@ -1,12 +1,16 @@
 #pragma once
-// A quantity that follows its set-point with one time constant: temperatures, pressures, the leveller's speed.
+// A quantity that follows its set-point with one time constant: temperatures, pressures, the leveller's
+// speed.
 
 #include <cmath>
 
 class Lag
 {
 public:
-    explicit Lag(double value = 0, double timeConstant = 1) : m_from(value), m_target(value), m_tau(timeConstant) {}
+    explicit Lag(double value = 0, double timeConstant = 1)
+        : m_from(value), m_target(value), m_tau(timeConstant)
+    {
+    }
 
     void setTarget(double target, double now)
     {

@@ -2,7 +2,8 @@
 
 #include <cmath>
 
-namespace {
+namespace
+{
 constexpr double xAtPowerUp = 312000;
 constexpr double yAtPowerUp = 31000;
 constexpr double zAtPowerUp = 40000;
@@ -167,7 +168,8 @@ void Machine::checkZMove(double target)
     const double lift = m_partTop - target;
     if (lift <= geometry::liftLimit + axisTolerance)
         return;
-    violation("part-into-heads", QString("Z to %1 lifts the part %2 um above the plane").arg(target).arg(lift));
+    violation("part-into-heads",
+              QString("Z to %1 lifts the part %2 um above the plane").arg(target).arg(lift));
     m_partTop = target;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// The one physical model. Boards, head boards and faults are views on it; all of them run on one thread, and every
-// call that depends on time first lets the model catch up to the present.
+// The one physical model. Boards, head boards and faults are views on it; all of them run on one thread, and
+// every call that depends on time first lets the model catch up to the present.
 
 #include "Axis.h"
 #include "Climate.h"

@@ -5,7 +5,8 @@
 #include <cmath>
 #include <limits>
 
-namespace {
+namespace
+{
 constexpr double coldestPrinting = 50; ///< below this the wax is solid
 constexpr double coolerThanSet = 6;    ///< the program's own band is 5
 constexpr int heaterSensors = 3;
@@ -32,7 +33,8 @@ void Machine::arm(Picture picture)
     if (!m_heads.clock.set)
         violation("no-dot-clock", "a picture is armed before the dot clock was set");
     else if (picture.dpi != m_heads.clock.dpi)
-        violation("dpi", QString("picture of %1 dpi, dot clock of %2").arg(picture.dpi).arg(m_heads.clock.dpi));
+        violation("dpi",
+                  QString("picture of %1 dpi, dot clock of %2").arg(picture.dpi).arg(m_heads.clock.dpi));
     m_heads.armed = std::move(picture);
     m_complete = false;
 }
@@ -59,7 +61,8 @@ bool Machine::placeHead(int number, int direction, double pitch, PassRecord *pas
         return false;
     }
     if (head.pageWidth != pass->width)
-        violation("page-width", QString("page of %1 columns, picture of %2").arg(head.pageWidth).arg(pass->width));
+        violation("page-width",
+                  QString("page of %1 columns, picture of %2").arg(head.pageWidth).arg(pass->width));
     const double preset = m_presetValue / countsPerMicrometre();
     const double carriage = m_presetX + head.pageStart + head.pageOffset - preset;
     const double flight = m_x.speed() * geometry::dropFlightSeconds * direction;
@@ -69,7 +72,8 @@ bool Machine::placeHead(int number, int direction, double pitch, PassRecord *pas
     placed.rowShift = m_heads.rowShift(number);
     const double last = carriage + direction * pitch * (pass->width - 1);
     if (!m_x.cruisesAt(carriage) || !m_x.cruisesAt(last))
-        violation("page-outside-cruise", QString("head %1 would fire from %2 to %3").arg(number).arg(carriage).arg(last));
+        violation("page-outside-cruise",
+                  QString("head %1 would fire from %2 to %3").arg(number).arg(carriage).arg(last));
     *lastX = direction > 0 ? std::max(*lastX, last) : std::min(*lastX, last);
     return true;
 }

@@ -8,14 +8,15 @@
 #include <array>
 #include <cmath>
 
-namespace {
+namespace
+{
 constexpr QRgb structureColour = 0xFFE0A030;
 constexpr QRgb supportColour = 0xFF3F7FC8;
 constexpr QRgb background = 0xFFF4F2EC;
 constexpr int largestPicture = 3000;
 constexpr int margin = 8;
 constexpr double dotRow = geometry::nozzlePitch / 4; ///< rows of a picture of four passes
-constexpr int cellsAcross = 200; ///< of the view's grid, along the part's longest side
+constexpr int cellsAcross = 200;                     ///< of the view's grid, along the part's longest side
 
 /// Calls f(x, y, material) in micrometres of the bed, 0 structure and 1 support.
 template <typename F> void forEachDrop(const PassRecord &pass, F f)
@@ -25,7 +26,8 @@ template <typename F> void forEachDrop(const PassRecord &pass, F f)
         plane.forEachDot([&](int row, int column) {
             const int head = pass.headOfRow(row);
             if (head >= 0)
-                f(pass.dotX(head, column) - geometry::bedOriginX, pass.dotY(head, row) - geometry::bedOriginY, material);
+                f(pass.dotX(head, column) - geometry::bedOriginX, pass.dotY(head, row) - geometry::bedOriginY,
+                  material);
         });
     }
 }
@@ -177,7 +179,8 @@ QImage partPicture(const PartRecorder &recorder)
         for (int y = 0; y < ny; ++y) {
             for (int x = 0; x < nx; ++x) {
                 if (cells(x, y, z))
-                    paintCell(&image, cells, x, y, z, {2 * (x - y + ny) + 2 * margin, x + y + 3 * (nz - z) + 2 * margin});
+                    paintCell(&image, cells, x, y, z,
+                              {2 * (x - y + ny) + 2 * margin, x + y + 3 * (nz - z) + 2 * margin});
             }
         }
     }

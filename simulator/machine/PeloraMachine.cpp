@@ -3,8 +3,8 @@
 #include <QCoreApplication>
 
 PeloraMachine::PeloraMachine(const MachineOptions &options)
-    : m_options(options), m_clock(options.scale), m_machine(m_clock, options.encoderResolution), m_bridge(m_machine),
-      m_heads(m_machine), m_control(context())
+    : m_options(options), m_clock(options.scale), m_machine(m_clock, options.encoderResolution),
+      m_bridge(m_machine), m_heads(m_machine), m_control(context())
 {
     m_bridge.setSeed(options.seed);
     m_machine.climate().setSeed(options.seed);
@@ -14,7 +14,9 @@ PeloraMachine::PeloraMachine(const MachineOptions &options)
 
 CommandContext PeloraMachine::context()
 {
-    return {m_machine, m_bridge, m_options.site,
+    return {m_machine,
+            m_bridge,
+            m_options.site,
             [this](const QString &path) {
                 ReportOptions report = m_options.report;
                 if (!path.isEmpty())
@@ -23,7 +25,8 @@ CommandContext PeloraMachine::context()
             },
             [this] {
                 finish();
-                QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit, Qt::QueuedConnection);
+                QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit,
+                                          Qt::QueuedConnection);
             },
             [this](double milliseconds) { m_options.report.statedSleepMs = milliseconds; }};
 }
@@ -31,8 +34,9 @@ CommandContext PeloraMachine::context()
 bool PeloraMachine::start(QString *error)
 {
     Site &site = m_options.site;
-    return site.prepare(error) && m_bridgePort.open(site.bridge, error) && m_cardPort.open(site.cards, error) &&
-           m_heads.listen(site.heads, error) && m_control.listen(site.control, error) && site.tellProgram(error);
+    return site.prepare(error) && m_bridgePort.open(site.bridge, error) &&
+           m_cardPort.open(site.cards, error) && m_heads.listen(site.heads, error) &&
+           m_control.listen(site.control, error) && site.tellProgram(error);
 }
 
 QString PeloraMachine::finish()

@@ -23,7 +23,8 @@ bool Pty::open(const QString &link, QString *error)
 {
     m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     char name[128];
-    if (m_master < 0 || ::grantpt(m_master) || ::unlockpt(m_master) || ::ptsname_r(m_master, name, sizeof name)) {
+    if (m_master < 0 || ::grantpt(m_master) || ::unlockpt(m_master) ||
+        ::ptsname_r(m_master, name, sizeof name)) {
         *error = QStringLiteral("no pseudo terminal: %1").arg(std::strerror(errno));
         return false;
     }

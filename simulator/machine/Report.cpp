@@ -9,7 +9,8 @@
 #include <QSaveFile>
 #include <algorithm>
 
-namespace {
+namespace
+{
 constexpr int picturesByDefault = 5;
 
 QJsonObject distribution(std::vector<double> values)
@@ -18,8 +19,12 @@ QJsonObject distribution(std::vector<double> values)
         return {{"count", 0}, {"median", 0}};
     std::sort(values.begin(), values.end());
     const auto at = [&](double share) { return values[size_t(share * double(values.size() - 1))]; };
-    return {{"count", int(values.size())}, {"min", values.front()}, {"median", at(0.5)},
-            {"p90", at(0.9)},              {"p99", at(0.99)},       {"max", values.back()}};
+    return {{"count", int(values.size())},
+            {"min", values.front()},
+            {"median", at(0.5)},
+            {"p90", at(0.9)},
+            {"p99", at(0.99)},
+            {"max", values.back()}};
 }
 
 QJsonArray dotsByHead(const PartRecorder &recorder)

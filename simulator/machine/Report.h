@@ -8,9 +8,9 @@
 class Machine;
 
 struct ReportOptions {
-    QString file;         ///< empty: none
-    QString partsFolder;  ///< empty: no pictures and no file of passes
-    QVector<int> layers;  ///< pictured; empty: a few over the height
+    QString file;              ///< empty: none
+    QString partsFolder;       ///< empty: no pictures and no file of passes
+    QVector<int> layers;       ///< pictured; empty: a few over the height
     double statedSleepMs = 70; ///< in one gap: Y confirmed 30, Y read back 20, X confirmed 20
 };
 

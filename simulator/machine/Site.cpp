@@ -8,27 +8,31 @@
 #include <QSaveFile>
 #include <sys/un.h>
 
-namespace {
+namespace
+{
 // A desk or a CI machine has less disk than the program asks of a print.
 constexpr int diskTotalGB = 500;
 constexpr int diskAvailableGB = 400;
 
 void removeLinks(const QString &folder)
 {
-    for (const QFileInfo &entry : QDir(folder).entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+    for (const QFileInfo &entry :
+         QDir(folder).entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
         if (entry.isSymLink())
             QFile::remove(entry.filePath());
     }
 }
 } // namespace
 
-/// The kernel takes socket paths up to 107 bytes: a deep folder has its sockets under the system's temporary folder.
+/// The kernel takes socket paths up to 107 bytes: a deep folder has its sockets under the system's temporary
+/// folder.
 QString Site::socketPath(const QString &name)
 {
     const QString path = folder + "/" + name;
     if (QFile::encodeName(path).size() < int(sizeof(sockaddr_un::sun_path)))
         return path;
-    const QString shortFolder = QStringLiteral("%1/pelora-machine-%2").arg(QDir::tempPath()).arg(QCoreApplication::applicationPid());
+    const QString shortFolder =
+        QStringLiteral("%1/pelora-machine-%2").arg(QDir::tempPath()).arg(QCoreApplication::applicationPid());
     QDir().mkpath(shortFolder);
     QFile::setPermissions(shortFolder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     note = "the folder is too deep for sockets: they are in " + shortFolder;

@@ -10,7 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
+namespace
+{
 int stopPipe[2];
 
 void onSignal(int)
@@ -38,7 +39,8 @@ QVector<int> numbers(const QString &list)
 bool readOptions(const QCoreApplication &app, MachineOptions *options)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription("The printer's hardware on a desk: boards, head boards and the part being built.");
+    parser.setApplicationDescription(
+        "The printer's hardware on a desk: boards, head boards and the part being built.");
     parser.addHelpOption();
     parser.addOptions({{"install", "The program's installation folder.", "folder"},
                        {"scale", "Machine time over wall time (PELORA_TIME_SCALE, else 1).", "factor"},
@@ -107,7 +109,8 @@ int main(int argc, char **argv)
         input.setEnabled(false);
         QCoreApplication::quit();
     });
-    std::printf("ready %s\n", QJsonDocument(machine.site().toJson()).toJson(QJsonDocument::Compact).constData());
+    std::printf("ready %s\n",
+                QJsonDocument(machine.site().toJson()).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
     app.exec();
     return machine.finish().isEmpty() ? 0 : 1;

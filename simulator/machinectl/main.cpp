@@ -8,7 +8,8 @@
 #include <QLocalSocket>
 #include <cstdio>
 
-namespace {
+namespace
+{
 constexpr int connectLimitMs = 5000;
 constexpr int answerLimitMs = 120000; // writing the report of a large part
 
@@ -36,7 +37,8 @@ void printHelp(const QJsonArray &commands)
             const QJsonObject command = value.toObject();
             if (command["fault"].toBool() == fault)
                 std::printf("  %s %s\n      %s\n", qPrintable(command["name"].toString()),
-                            qPrintable(command["arguments"].toString()), qPrintable(command["help"].toString()));
+                            qPrintable(command["arguments"].toString()),
+                            qPrintable(command["help"].toString()));
         }
     }
 }
@@ -71,7 +73,8 @@ int main(int argc, char **argv)
     const QStringList arguments = app.arguments();
     const QString path = controlSocket(arguments.value(1), arguments.value(2));
     if (arguments.size() < 4)
-        return complain("usage: machinectl --control SOCKET|--install DIR COMMAND [ARGUMENTS]; COMMAND help lists all");
+        return complain(
+            "usage: machinectl --control SOCKET|--install DIR COMMAND [ARGUMENTS]; COMMAND help lists all");
     if (path.isEmpty())
         return complain("no machine is known for " + arguments[2]);
     return ask(path, arguments.mid(3));
