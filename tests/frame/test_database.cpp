@@ -14,91 +14,67 @@
 class TestDatabase : public QObject
 {
     Q_OBJECT
-private slots:
-    void init();
-    void cleanup();
-    void schemaTwice();
-    void oldDatabaseGainsColumns();
-    void allRowsWhateverTheBatch();
-    void modelOutlivesItsRows();
-    void anyNameWorks_data();
-    void anyNameWorks();
-    void badStatementsAreSilent();
-    void unusableFile_data();
-    void unusableFile();
-    void manyThreads();
-
-private:
-    QStringList columns(const QString &table);
-    void add(const QString &name, int id);
 
     std::unique_ptr<TestInstall> m_install;
     std::unique_ptr<SqliteUtil> m_database;
+
+    void open(const QString &file)
+    {
+        m_database.reset();
+        for (const QString &name : QSqlDatabase::connectionNames())
+            QSqlDatabase::removeDatabase(name);
+        m_database = std::make_unique<SqliteUtil>(file);
+        createSchema(m_database.get());
+    }
+    void add(const QString &name)
+    {
+        m_database->ExecuteSqlQuery(
+            QString(R"(insert into PrintQueue(ModelName,status,ID) values("%1",0,"-1"))").arg(sqlText(name)));
+    }
+    /// The first column of what a query gives, by row.
+    QStringList query(const QString &statement)
+    {
+        QSqlQueryModel model;
+        m_database->ExecuteQueryModel(&model, statement);
+        QStringList texts;
+        for (int row = 0; row < model.rowCount(); ++row)
+            texts << model.data(model.index(row, 0)).toString();
+        return texts;
+    }
+
+private slots:
+    void init()
+    {
+        m_install = std::make_unique<TestInstall>();
+        open("pelora.db");
+    }
+    void schemaMayRunAgain();
+    void allRowsWhateverTheBatch();
+    void anyNameWorks();
+    void errorsAreSilent();
+    void threadsShareTheConnection();
 };
 
-void TestDatabase::init()
+void TestDatabase::schemaMayRunAgain()
 {
-    m_install = std::make_unique<TestInstall>();
-    m_database = std::make_unique<SqliteUtil>("pelora.db");
-    createSchema(m_database.get());
-}
-
-void TestDatabase::cleanup()
-{
-    m_database.reset();
-    for (const QString &name : QSqlDatabase::connectionNames())
-        QSqlDatabase::removeDatabase(name);
-    m_install.reset();
-}
-
-QStringList TestDatabase::columns(const QString &table)
-{
-    QSqlQueryModel model;
-    m_database->ExecuteQueryModel(&model, QString("pragma table_info('%1')").arg(table));
-    QStringList names;
-    for (int row = 0; row < model.rowCount(); ++row)
-        names << model.record(row).value("name").toString();
-    return names;
-}
-
-void TestDatabase::add(const QString &name, int id)
-{
-    m_database->ExecuteSqlQuery(
-        QString(
-            R"(insert into PrintQueue(ModelName,createtime,status,ID) values("%1","2024-01-01 10:00",0,"%2"))")
-            .arg(sqlText(name))
-            .arg(id));
-}
-
-void TestDatabase::schemaTwice()
-{
-    const QStringList queue{"ModelName", "createtime",        "status",    "PrintLayer", "SumLayer",
-                            "StartTime", "EndTime",           "Volume",    "PrintMode",  "SupWax",
-                            "StrWax",    "modelMaterialName", "printTime", "ID"};
-    const QStringList history{"id",     "StartTime",  "EndTime",  "ModelName",         "SupWax",
-                              "StrWax", "PrintLayer", "SumLayer", "StrWaxSn",          "SupWaxSn",
-                              "Upload", "PrintMode",  "Volume",   "modelMaterialName", "Icon"};
-    LogCapture log;
-    createSchema(m_database.get());
-    QCOMPARE(log.text(), QString());
-    QCOMPARE(columns("PrintQueue"), queue);
-    QCOMPARE(columns("PrintHistory"), history);
-}
-
-void TestDatabase::oldDatabaseGainsColumns()
-{
-    m_database->ExecuteSqlQuery("drop table PrintQueue");
+    const QString names = "select name from pragma_table_info('%1')";
+    m_database->ExecuteSqlQuery("drop table PrintQueue"); // one of an earlier version, with a row
     m_database->ExecuteSqlQuery(
         "create table PrintQueue(ModelName vchar(128) primary key ,createtime datetime, "
         "status integer not null)");
     m_database->ExecuteSqlQuery("insert into PrintQueue values('old.tzl','2020-01-01 00:00',1)");
-    createSchema(m_database.get());
-    QSqlQueryModel model;
-    m_database->ExecuteQueryModel(&model, "select * from PrintQueue");
-    QCOMPARE(model.rowCount(), 1);
-    QCOMPARE(model.record(0).count(), 14);
-    QCOMPARE(model.record(0).value("ModelName").toString(), QString("old.tzl"));
-    QVERIFY(model.record(0).value("ID").isNull());
+    LogCapture log;
+    for (int i = 0; i < 2; ++i) {
+        createSchema(m_database.get());
+        QCOMPARE(query(names.arg("PrintQueue")).join(','),
+                 QString("ModelName,createtime,status,PrintLayer,SumLayer,StartTime,EndTime,Volume,PrintMode,"
+                         "SupWax,StrWax,modelMaterialName,printTime,ID"));
+        QCOMPARE(query(names.arg("PrintHistory")).join(','),
+                 QString("id,StartTime,EndTime,ModelName,SupWax,StrWax,PrintLayer,SumLayer,StrWaxSn,SupWaxSn,"
+                         "Upload,PrintMode,Volume,modelMaterialName,Icon"));
+    }
+    QCOMPARE(log.count("func:"), 0);
+    QCOMPARE(query("select ModelName from PrintQueue where status=1 and ID is null"), QStringList{"old.tzl"});
 }
 
 void TestDatabase::allRowsWhateverTheBatch()
@@ -107,93 +83,47 @@ void TestDatabase::allRowsWhateverTheBatch()
                                 "insert into PrintQueue(ModelName,status,ID) select 'm'||i,0,-i from n");
     QSqlQueryModel model;
     m_database->ExecuteQueryModel(&model, "select * from PrintQueue where status=0 ORDER  by ID");
+    m_database->ExecuteSqlQuery("drop table PrintQueue"); // a statement still open would lock it
+    QCOMPARE(query("select * from PrintQueue"), QStringList());
     QCOMPARE(model.rowCount(), 700);
-    QVERIFY(!model.canFetchMore());
     QCOMPARE(model.record(0).value("ModelName").toString(), QString("m700"));
     QCOMPARE(model.data(model.index(699, 0)).toString(), QString("m1"));
-    QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QString("ModelName"));
-    m_database->ExecuteQueryModel(&model, "select * from PrintQueue where status=2");
-    QCOMPARE(model.rowCount(), 0);
-}
-
-void TestDatabase::modelOutlivesItsRows()
-{
-    add("a", 1);
-    QSqlQueryModel model;
-    m_database->ExecuteQueryModel(&model, "select * from PrintQueue");
-    m_database->ExecuteSqlQuery("drop table PrintQueue"); // a statement still open would lock it
-    QVERIFY(!columns("PrintQueue").contains("ModelName"));
-    QCOMPARE(model.record(0).value("ModelName").toString(), QString("a"));
-}
-
-void TestDatabase::anyNameWorks_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const QString &name :
-         {QString("a b.tzl"), QString("\"quoted\".tzl"), QString("x\"); drop table PrintQueue; --.tzl"),
-          QString("it's.tzl"), QString("戒指.tzl"), QString("\""), QString(200, 'n')})
-        QTest::newRow(qPrintable(name.left(20))) << name;
+    QCOMPARE(model.headerData(2, Qt::Horizontal).toString(), QString("status"));
 }
 
 void TestDatabase::anyNameWorks()
 {
-    QFETCH(QString, name);
-    add(name, -1);
-    QSqlQueryModel model;
-    m_database->ExecuteQueryModel(
-        &model, QString(R"(select * from PrintQueue where ModelName="%1")").arg(sqlText(name)));
-    QCOMPARE(model.rowCount(), 1);
-    QCOMPARE(model.record(0).value("ModelName").toString(), name);
-    QCOMPARE(model.record(0).value("ID").toInt(), -1);
+    for (const QString &name : {QString("a b.tzl"), QString("x\"); drop table PrintQueue; --.tzl"),
+                                QString("it's"), QString("戒指.tzl"), QString("\""), QString(200, 'n')}) {
+        add(name);
+        QCOMPARE(query(QString(R"(select * from PrintQueue where ModelName="%1")").arg(sqlText(name))),
+                 QStringList{name});
+    }
 }
 
-void TestDatabase::badStatementsAreSilent()
+void TestDatabase::errorsAreSilent()
 {
-    add("a", 1);
-    LogCapture log;
     QSqlQueryModel model;
-    m_database->ExecuteQueryModel(&model, "select * from PrintQueue");
     for (const char *statement : {"", "rubbish", "select * from nowhere", "update PrintQueue set x=1"}) {
+        m_database->ExecuteQueryModel(&model, "select 1");
+        QCOMPARE(model.rowCount(), 1);
         m_database->ExecuteSqlQuery(statement);
         m_database->ExecuteQueryModel(&model, statement);
         QCOMPARE(model.rowCount(), 0);
     }
-    QVERIFY(!log.text().contains("func:"));
-    m_database->ExecuteQueryModel(&model, "select * from PrintQueue");
-    QCOMPARE(model.rowCount(), 1);
-}
-
-void TestDatabase::unusableFile_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("folder") << "config";
-    QTest::newRow("missing folder") << "nowhere/pelora.db";
-    QTest::newRow("no database") << "config/Sys.json";
-    QTest::newRow("empty name of a missing disk") << "/proc/none/pelora.db";
-}
-
-void TestDatabase::unusableFile()
-{
-    QFETCH(QString, file);
-    cleanup();
-    m_install = std::make_unique<TestInstall>();
     writeFile("config/Sys.json", QByteArray(5000, 'x'));
-    m_database = std::make_unique<SqliteUtil>(file);
-    createSchema(m_database.get());
-    add("a", 1);
-    QSqlQueryModel model;
-    m_database->ExecuteQueryModel(&model, "select * from PrintQueue");
-    QCOMPARE(model.rowCount(), 0);
-    if (file.startsWith("nowhere")) { // found again by whatever comes next, in any thread
-        QVERIFY(QDir().mkdir("nowhere"));
-        std::thread([this] { createSchema(m_database.get()); }).join();
-        add("a", 1);
-        m_database->ExecuteQueryModel(&model, "select * from PrintQueue");
-        QCOMPARE(model.rowCount(), 1);
+    for (const char *unusable : {"config", "config/Sys.json", "nowhere/pelora.db"}) {
+        open(unusable);
+        add("a");
+        QCOMPARE(query("select * from PrintQueue"), QStringList());
     }
+    QVERIFY(QDir().mkdir("nowhere")); // the next statement, of whatever thread, finds it
+    std::thread([this] { createSchema(m_database.get()); }).join();
+    add("a");
+    QCOMPARE(query("select * from PrintQueue"), QStringList{"a"});
 }
 
-void TestDatabase::manyThreads()
+void TestDatabase::threadsShareTheConnection()
 {
     LogCapture log;
     std::atomic<int> wrong{0};
@@ -201,18 +131,16 @@ void TestDatabase::manyThreads()
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([&, thread] {
             for (int i = 0; i < 20; ++i) {
-                add(QString("t%1-%2").arg(thread).arg(i), i);
-                QSqlQueryModel model;
-                m_database->ExecuteQueryModel(
-                    &model, QString("select * from PrintQueue where ModelName like 't%1-%'").arg(thread));
-                wrong += model.rowCount() != i + 1;
+                add(QString("t%1-%2").arg(thread).arg(i));
+                wrong += query(QString("select * from PrintQueue where ModelName like 't%1-%'").arg(thread))
+                             .size() != i + 1;
             }
         });
     }
     for (std::thread &thread : threads)
         thread.join();
     QCOMPARE(wrong.load(), 0);
-    QVERIFY2(!log.text().contains("thread"), qPrintable(log.text()));
+    QCOMPARE(log.count("thread"), 0); // Qt would warn so
 }
 
 QTEST_GUILESS_MAIN(TestDatabase)

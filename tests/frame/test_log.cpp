@@ -14,33 +14,16 @@
 class TestLog : public QObject
 {
     Q_OBJECT
+
+    std::unique_ptr<TestInstall> m_install;
+
 private slots:
     void init() { m_install = std::make_unique<TestInstall>(); }
-    void writesLines();
     void rotatesAndLosesOneLine();
     void fullSizeIsTheLimit();
-    void missingFolderIsSilent();
     void threadsDoNotMixLines();
     void warningsGoToTheFileAndDebugToTheConsole();
-
-private:
-    std::unique_ptr<TestInstall> m_install;
 };
-
-void TestLog::writesLines()
-{
-    QCOMPARE(logPath("a.csv"), QString("../.PeloraTemp/log/a.csv"));
-    RotatingLog log("a.csv");
-    QVERIFY(!QFile::exists(logPath("a.csv")));
-    log.writeLine("墨瓶,1");
-    log.writeLine("");
-    static const QRegularExpression form(
-        R"(^(\d\d\.\d\d\.\d\d \d\d:\d\d:\d\d\.\d{1,3}),墨瓶,1\r\n[\d.: ]+,\r\n$)");
-    const QString text = QString::fromUtf8(m_install->log("a.csv"));
-    QVERIFY2(form.match(text).hasMatch(), qPrintable(text));
-    RotatingLog("a.csv").writeLine("a later run goes on");
-    QCOMPARE(m_install->log("a.csv").count('\n'), 3);
-}
 
 void TestLog::rotatesAndLosesOneLine()
 {
@@ -56,31 +39,20 @@ void TestLog::rotatesAndLosesOneLine()
         QCOMPARE(text.count('\n'), 1);
     }
     QCOMPARE(m_install->log("b.log5"), QByteArray("untouched"));
-    log.writeLine("again");
-    QVERIFY(m_install->log("b.log").endsWith(",again\r\n"));
 }
 
 void TestLog::fullSizeIsTheLimit()
 {
-    QCOMPARE(logMaxSize, 16777216);
-    writeFile(logPath("c.log"), "");
-    QVERIFY(QFile::resize(logPath("c.log"), logMaxSize - 1));
     RotatingLog log("c.log");
+    QVERIFY(QDir("../.PeloraTemp").removeRecursively());
+    log.writeLine("vanishes without a folder");
+    QVERIFY(QDir().mkpath("../.PeloraTemp/log"));
+    writeFile(logPath("c.log"), "");
+    QVERIFY(QFile::resize(logPath("c.log"), 16777215));
     log.writeLine(QString(1000, 'x'));
-    QVERIFY(QFileInfo(logPath("c.log")).size() > logMaxSize + 1000 - 1);
+    QVERIFY(QFileInfo(logPath("c.log")).size() > 16777215 + 1000);
     log.writeLine("lost");
     QVERIFY(!QFile::exists(logPath("c.log")));
-    QVERIFY(QFileInfo(logPath("c.log1")).size() > logMaxSize);
-}
-
-void TestLog::missingFolderIsSilent()
-{
-    QVERIFY(QDir("../.PeloraTemp").removeRecursively());
-    RotatingLog log("d.log");
-    log.writeLine("vanishes");
-    QVERIFY(QDir().mkpath("../.PeloraTemp/log"));
-    log.writeLine("comes");
-    QVERIFY(m_install->log("d.log").endsWith(",comes\r\n"));
 }
 
 void TestLog::threadsDoNotMixLines()
@@ -95,13 +67,10 @@ void TestLog::threadsDoNotMixLines()
     }
     for (std::thread &writer : writers)
         writer.join();
-    static const QRegularExpression form(R"(^[\d.: ]+,(a{20}|b{20}|c{20}|d{20})\r$)");
-    for (const QString &name : QDir("../.PeloraTemp/log").entryList({"e.log*"})) {
-        QList<QByteArray> lines = m_install->log(name).split('\n');
-        QCOMPARE(lines.takeLast(), QByteArray());
-        for (const QByteArray &line : lines)
-            QVERIFY2(form.match(line).hasMatch(), line);
-    }
+    static const QRegularExpression form(
+        R"(^(\d\d\.\d\d\.\d\d [\d:]{8}\.\d{1,3},(a{20}|b{20}|c{20}|d{20})\r\n)*$)");
+    for (const QString &name : QDir("../.PeloraTemp/log").entryList({"e.log*"}))
+        QVERIFY2(form.match(m_install->log(name)).hasMatch(), qPrintable(name));
 }
 
 void TestLog::warningsGoToTheFileAndDebugToTheConsole()
@@ -112,17 +81,13 @@ void TestLog::warningsGoToTheFileAndDebugToTheConsole()
     ::dup2(ends[1], STDOUT_FILENO);
     const QtMessageHandler previous = qInstallMessageHandler(logMessageHandler);
     qDebug() << "to the console 墨";
-    const auto inLambda = [] { LOG_WARNING(QString("text \r\n")); };
-    inLambda();
+    [] { LOG_WARNING(QString("text \r\n")); }();
     qInfo() << "info";
     qCritical("critical");
     qInstallMessageHandler(previous);
     ::dup2(console, STDOUT_FILENO);
-    ::close(console);
-    ::close(ends[1]);
     char block[256];
     const ssize_t count = ::read(ends[0], block, sizeof(block)); // there at once: each line is flushed
-    ::close(ends[0]);
     QCOMPARE(QByteArray(block, int(count)), QByteArray("to the console 墨\r\n"));
     const QString text = QString::fromUtf8(m_install->log("pelora.log"));
     static const QRegularExpression form(R"(^[\d.: ]+,"\[func: operator \(\) line:\d+\]text \\r\\n"\r\n)"
