@@ -19,6 +19,12 @@ public:
     virtual bool showMessageForm(quint32 id, QString text, int icon, int buttons, QString key);
     virtual void closeMessageForm();
 
+    /// Shows or updates a progress bar under this form's own key; false when the form belongs to someone else.
+    bool showProgress(QString title, QString text, float value, float maxval);
+
 protected:
     QString m_key;
+
+private:
+    const QString &ownKeyFor(const QString &key) const { return key.isEmpty() ? m_key : key; }
 };

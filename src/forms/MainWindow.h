@@ -1,0 +1,54 @@
+#pragma once
+// The one window of the touch screen: page buttons, clock, page container, message form.
+
+#include "forms/IMsgForm.h"
+#include "platform/Volumes.h"
+
+#include <QMainWindow>
+#include <memory>
+
+namespace Ui
+{
+class MainWindow;
+}
+class QToolButton;
+
+/// Its construction builds the pages and starts the background service. GUI thread.
+class MainWindow : public QMainWindow, public IMsgForm
+{
+    Q_OBJECT
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+    /// Enables or disables all that can be touched but the message form, which must stay answerable.
+    void setPagesEnabled(bool enabled);
+
+public slots:
+    /// Puts a page into the container in place of the one that is there.
+    void showWidgetInStacked(QWidget *page);
+    void on_pushButton_home_clicked();
+    void on_pushButton_fileList_clicked();
+
+signals:
+    /// The letter's code of a disk that came, 0xFF when one went.
+    void sigUDiskChange(uint8_t code);
+
+protected:
+    /// Ends the process at once, with no clean-up.
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void setUpButtons();
+    void connectPages();
+    void startClock();
+    void startServices();
+    void watchVolumes();
+    void choose(QToolButton *button, QWidget *page);
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    VolumeWatcher m_volumes;
+};
+
+/// The process's one window. GUI thread.
+MainWindow *mainWindow();
