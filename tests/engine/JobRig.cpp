@@ -98,8 +98,8 @@ void JobRig::reset()
     sqliteUtil()->ExecuteSqlQuery("delete from PrintHistory");
     const QByteArray sys =
         R"({"ZStartPos":1000,"StartLayer":1,"XMoveSpeed":700,"LevelSpeed":501,
-        "ForwardStartPos":1.5,"ReverseStartPos":2.5,"ForwardYOffset1":11,"ForwardYOffset2":12,"ForwardYOffset3":13,
-        "ReverseYOffset1":21,"ReverseYOffset3":23})";
+        "ForwardStartPos":1.5,"ForwardYOffset1":11,"ForwardYOffset2":12,"ForwardYOffset3":13,
+        "ReverseStartPos":2.5,"ReverseYOffset1":21,"ReverseYOffset3":23})";
     install.writeConfig("Sys", QJsonDocument::fromJson(sys).object());
 }
 
