@@ -7,7 +7,8 @@
 int execMain(int argc, char **argv)
 {
     return runApplication(argc, argv, [] {
-        EventHandler::instance(); // on this thread, where its timer lives, before any service can raise an event
+        EventHandler::instance(); // on this thread, where its timer lives, before any service can raise an
+                                  // event
         return mainWindow();
     });
 }

@@ -17,8 +17,8 @@ public:
     static EventHandler *instance();
     EventHandler();
 
-    /// Raises one occurrence; the low 8 bits of the count since it became active. Unknown ids give 0. Any thread,
-    /// as every static here.
+    /// Raises one occurrence; the low 8 bits of the count since it became active. Unknown ids give 0. Any
+    /// thread, as every static here.
     static quint8 setEvent(quint32 id, const QString &extra);
     static void clearEvent(quint32 id);
     static bool isEventActive(quint32 id);

@@ -25,8 +25,8 @@ public:
     void setValue(QString key, QJsonValue value);
     /// In memory, and the whole document to the file.
     void setValueSync(QString key, QJsonValue value);
-    /// Replaces the document by the JSON text in `bytes` up to its first zero byte, and the file `path` by all
-    /// `length` bytes as they are. False, and nothing changed, when it is no JSON.
+    /// Replaces the document by the JSON text in `bytes` up to its first zero byte, and the file `path` by
+    /// all `length` bytes as they are. False, and nothing changed, when it is no JSON.
     bool syncFile(const char *bytes, int length, QString path);
     /// Replaces document and file by a text.
     void syncFile(QString document);

@@ -4,8 +4,7 @@
 #include <QList>
 #include <QString>
 
-struct AdapterInfo
-{
+struct AdapterInfo {
     QString name;        ///< the system's name of the adapter
     QString description; ///< vendor and bus, such as "Intel(R) ... PCIe", so that choice rules can look at it
     QString mac;         ///< "AA-BB-CC-DD-EE-FF"

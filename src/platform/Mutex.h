@@ -1,6 +1,6 @@
 #pragma once
-// QMutex with clang's lock annotations. Debian's Qt is not built for the thread sanitizer, which so cannot see
-// QMutex' own futex; this wrapper tells it of each lock and unlock.
+// QMutex with clang's lock annotations. Debian's Qt is not built for the thread sanitizer, which so cannot
+// see QMutex' own futex; this wrapper tells it of each lock and unlock.
 
 #include "platform/ThreadAnnotations.h"
 

@@ -1,5 +1,6 @@
 #pragma once
-// What config/Platform.json holds, handed down by the frame so that this folder needs no JSON store of its own.
+// What config/Platform.json holds, handed down by the frame so that this folder needs no JSON store of its
+// own.
 
 #include <QJsonValue>
 #include <QString>

@@ -30,6 +30,6 @@ private:
     std::unique_ptr<Private> d;
 };
 
-/// The path on this system for a path with a drive letter ("E:\\x"): x in that letter's folder. Paths without a
-/// known letter come back as they are, with forward slashes. Any thread.
+/// The path on this system for a path with a drive letter ("E:\\x"): x in that letter's folder. Paths without
+/// a known letter come back as they are, with forward slashes. Any thread.
 QString volumePath(const QString &path);
