@@ -71,9 +71,9 @@ void addSetting(Shapes &ring)
 {
     const auto outward = [](const Point &p) { return Point{p.z, p.y, ringMiddle - p.x}; };
     const size_t from = ring.size();
-    const Profile cup = {{0, 8.6},     {2.1, 8.6},   {2.1, 9.6},   {2.4, 9.8},  {2.4, 10.1},
-                         {2.15, 10.3}, {3.0, 12.2},  {2.55, 12.3}, {2.5, 11.9}, {2.7, 11.75},
-                         {2.7, 11.5},  {2.35, 11.4}, {0.6, 10.2},  {0, 10.2}};
+    const Profile cup = {{0, 8.6},     {2.1, 8.6},  {2.1, 9.6},   {2.4, 9.8},  {2.4, 10.1},
+                         {2.15, 10.3}, {3.1, 12.2}, {2.45, 12.3}, {2.3, 11.9}, {2.55, 11.75},
+                         {2.55, 11.5}, {2.2, 11.4}, {0.6, 10.2},  {0, 10.2}};
     ring.revolve(cup, 120);
     for (int n = 0; n < 6; ++n) {
         const double around = pi / 3 * n + pi / 6, c = std::cos(around), s = std::sin(around);
