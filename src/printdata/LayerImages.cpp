@@ -9,197 +9,228 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <zlib.h>
 
 namespace
 {
-// A layer file: 20 bytes of head, then a zlib stream whose content is a zlib stream of the picture's rows.
+// A layer file: 20 bytes of head, little-endian, then a zlib stream whose content is a zlib stream of the
+// picture's rows, bottom row first.
 constexpr int headSize = 20;
-constexpr int compressedAt = 12; // u32, length of the outer stream
-constexpr int innerAt = 16;      // u32, length of its content
-constexpr int keptLayers = 30;   // files that stay behind the print; going back after a cleaning needs 20
-constexpr int spareMisLayers = 100;
+constexpr int packedAt = 12; // u32, length of the outer stream
+constexpr int innerAt = 16;  // u32, length of its content
+
+constexpr int keptLayers = 30;       // files that stay behind the print, which may go back some layers
+constexpr int standInDistance = 100; // layers between two that are printed as their predecessor
+constexpr int heads = 3;
 constexpr double massUnit = 1e9;
 
-struct LayerHead {
-    quint32 compressed = 0;
-    quint32 inner = 0;
-};
-
-/// The inner stream of a picture is never longer than this; a head that says so is damaged.
-quint64 innerLimit(qint64 pictureBytes)
+/// More than any packing of so many bytes takes, however badly it was packed. A head that names more is
+/// damaged, and would be allocated.
+qint64 packedLimit(qint64 bytes)
 {
-    return compressBound(uLong(pictureBytes)) + 4096;
+    return 2 * bytes + 65536;
 }
 
-void grow(QByteArray *buffer, qint64 size)
+QString layerFile(const QString &folder, char kind, int layer)
 {
-    if (buffer->size() < size)
-        buffer->resize(int(size));
+    return QStringLiteral("%1/slice_%2%3").arg(folder, QString(QLatin1Char(kind)), QString::number(layer));
 }
 
-bool unreadable(const QString &why)
+bool failed(const QString &why)
 {
     LOG_WARNING(why);
     return false;
 }
 
-uchar *picturesBits(QImage *image)
+void makeRoom(std::vector<uchar> *buffer, size_t size)
 {
-    return image->isNull() ? nullptr : image->bits();
+    if (buffer->size() < size)
+        buffer->resize(size);
 }
 
-void clearPicture(QImage *image)
+void turnTopToBottom(QImage *picture)
 {
-    if (!image->isNull())
-        std::memset(image->bits(), 0, size_t(image->sizeInBytes()));
+    for (int top = 0, bottom = picture->height() - 1; top < bottom; ++top, --bottom) {
+        uchar *row = picture->scanLine(top);
+        std::swap_ranges(row, row + picture->bytesPerLine(), picture->scanLine(bottom));
+    }
+}
+
+const uchar *layerRow(const QImage &layer, int row)
+{
+    return layer.constBits() + qint64{layer.height() - 1 - row} * layer.bytesPerLine();
+}
+
+/// Which rows of a layer make one pass, and where they lie on the nozzle rows.
+struct Cut {
+    int phase;
+    int step;
+    int firstRow;
+    bool forward;
+};
+
+/// Every row of the pass is written once: copied, or mirrored where a reverse sweep meets the columns last to
+/// first, or cleared.
+void cutPass(const QImage &layer, QImage *pass, const Cut &cut)
+{
+    if (pass->isNull())
+        return;
+    const int bytes = pass->bytesPerLine();
+    uchar *to = pass->bits();
+    const int rows = cut.step > 0 ? layer.height() / cut.step : 0;
+    for (int row = 0; row < passRows; ++row, to += bytes) {
+        const int index = row - cut.firstRow;
+        const qint64 from = cut.phase + qint64{index} * cut.step;
+        if (index < 0 || index >= rows || from < 0 || from >= layer.height())
+            std::memset(to, 0, static_cast<size_t>(bytes));
+        else if (cut.forward)
+            std::memcpy(to, layerRow(layer, static_cast<int>(from)), static_cast<size_t>(bytes));
+        else
+            mirrorRow(to, layerRow(layer, static_cast<int>(from)), bytes);
+    }
 }
 } // namespace
 
-QString SliceToImage::layerFile(char kind, int layer) const
-{
-    return QStringLiteral("%1/slice_%2%3").arg(sliceFolder(fileName()), QString(QLatin1Char(kind)),
-                                               QString::number(layer));
-}
-
-/// Unpacks a file into a picture's bits, bottom row first.
-bool SliceToImage::decodeFile(const QString &path, uchar *bits, qint64 bytes)
+/// Unpacks a file to `bits`, bottom row first. `*bytes` is the room there, and then what was needed of it.
+bool SliceToImage::unpackFile(const QString &path, uchar *bits, qint64 *bytes)
 {
     if (path.isEmpty())
-        return unreadable(QStringLiteral("file name is null"));
+        return failed(QStringLiteral("file name is null"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return unreadable(QStringLiteral("open %1 error %2").arg(path, file.errorString()));
+        return failed(QStringLiteral("open %1 error %2").arg(path, file.errorString()));
     char head[headSize];
     if (file.read(head, headSize) != headSize)
-        return unreadable(QStringLiteral("read layer error %1").arg(path));
-    const LayerHead sizes{qFromLittleEndian<quint32>(head + compressedAt), qFromLittleEndian<quint32>(head + innerAt)};
-    if (sizes.compressed > quint64(file.size() - headSize))
-        return unreadable(QStringLiteral("read data  error %1!=readlen").arg(sizes.compressed));
-    if (sizes.inner > innerLimit(bytes))
-        return unreadable(QStringLiteral("read  data  error %1").arg(sizes.inner));
-    grow(&m_compressed, sizes.compressed);
-    grow(&m_inner, sizes.inner);
-    if (file.read(m_compressed.data(), sizes.compressed) != qint64(sizes.compressed))
-        return unreadable(QStringLiteral("read data  error %1!=readlen").arg(sizes.compressed));
+        return failed(QStringLiteral("read layer error %1").arg(path));
+    const qint64 packedLength = qFromLittleEndian<quint32>(head + packedAt);
+    const qint64 innerLength = qFromLittleEndian<quint32>(head + innerAt);
+    const qint64 innerLimit = packedLimit(*bytes);
+    if (packedLength > qMin(file.size() - headSize, packedLimit(innerLimit)))
+        return failed(QStringLiteral("read data  error %1!=readlen").arg(packedLength));
+    if (innerLength > innerLimit)
+        return failed(QStringLiteral("read  data  error %1").arg(Z_BUF_ERROR));
+
+    makeRoom(&m_packed, static_cast<size_t>(packedLength));
+    makeRoom(&m_inner, static_cast<size_t>(innerLength));
+    if (file.read(reinterpret_cast<char *>(m_packed.data()), packedLength) != packedLength)
+        return failed(QStringLiteral("read data  error %1!=readlen").arg(packedLength));
     file.close();
 
-    uLongf innerLength = sizes.inner;
-    const int outer = uncompress(reinterpret_cast<Bytef *>(m_inner.data()), &innerLength,
-                                 reinterpret_cast<const Bytef *>(m_compressed.constData()), sizes.compressed);
-    if (outer < 0)
-        return unreadable(QStringLiteral("read  data  error %1").arg(outer));
-    uLongf pictureLength = uLongf(bytes);
-    if (uncompress(bits, &pictureLength, reinterpret_cast<const Bytef *>(m_inner.constData()), sizes.inner) != Z_OK)
-        return unreadable(
+    auto inner = static_cast<uLongf>(innerLength);
+    const int outerResult =
+        uncompress(m_inner.data(), &inner, m_packed.data(), static_cast<uLong>(packedLength));
+    if (outerResult < 0)
+        return failed(QStringLiteral("read  data  error %1").arg(outerResult));
+    // The buffer is reused: behind what came now lies an earlier layer.
+    auto length = static_cast<uLongf>(*bytes);
+    if (uncompress(bits, &length, m_inner.data(), inner) != Z_OK)
+        return failed(
             QStringLiteral("uncompress  data  error %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
+    *bytes = static_cast<qint64>(length);
     return true;
+}
+
+/// The picture of a file, bottom row first. What a smaller picture leaves is 0, and all of it after a
+/// failure.
+bool SliceToImage::decodeFile(const QString &path, QImage *target)
+{
+    qint64 filled = target->sizeInBytes();
+    uchar *bits = target->bits();
+    const bool read = unpackFile(path, bits, &filled);
+    const qint64 kept = read ? filled : 0;
+    if (bits)
+        std::memset(bits + kept, 0, static_cast<size_t>(target->sizeInBytes() - kept));
+    return read;
 }
 
 bool SliceToImage::binary2Image(const QString &path, QImage *target)
 {
-    if (!decodeFile(path, picturesBits(target), target->sizeInBytes()))
+    MutexLock lock(m_pictureMutex);
+    if (!decodeFile(path, target))
         return false;
-    *target = target->mirrored(false, true);
+    turnTopToBottom(target);
     return true;
 }
 
-bool SliceToImage::loadLayerPair(int layer)
+bool SliceToImage::loadLayerPair(const QString &folder, int layer)
 {
-    clearPicture(&m_supportLayer);
-    clearPicture(&m_structureLayer);
-    const bool support =
-        decodeFile(layerFile('s', layer), picturesBits(&m_supportLayer), m_supportLayer.sizeInBytes());
-    const bool structure =
-        decodeFile(layerFile('m', layer), picturesBits(&m_structureLayer), m_structureLayer.sizeInBytes());
+    const bool support = decodeFile(layerFile(folder, 's', layer), &m_supportLayer);
+    const bool structure = decodeFile(layerFile(folder, 'm', layer), &m_structureLayer);
     if (!support || !structure)
         return false;
-    for (char kind : {'s', 'm'})
-        QFile::remove(layerFile(kind, layer - keptLayers));
+    for (const char kind : {'s', 'm'})
+        QFile::remove(layerFile(folder, kind, layer - keptLayers));
     return true;
 }
 
 bool SliceToImage::getLayerImage(int layer)
 {
-    if (loadLayerPair(layer) || loadLayerPair(layer))
+    const QString folder = sliceFolder(fileName());
+    MutexLock lock(m_pictureMutex);
+    if (loadLayerPair(folder, layer) || loadLayerPair(folder, layer))
         return true;
     LOG_WARNING(QStringLiteral("m_misLayer=%1 _layer=%2").arg(m_misLayer).arg(layer));
-    if (!QFileInfo::exists(layerFile('s', layer)) || !QFileInfo::exists(layerFile('m', layer)))
+    if (!QFileInfo::exists(layerFile(folder, 's', layer)) ||
+        !QFileInfo::exists(layerFile(folder, 'm', layer)))
         return false; // the slicer has not got there
-    if (m_misLayer >= layer - spareMisLayers)
-        return false; // a second damaged layer within so many holds the print up
-    const bool stoodIn = loadLayerPair(layer - 1);
+    if (m_misLayer >= layer - standInDistance)
+        return false; // a second one so near holds the print up
     m_misLayer = layer;
-    return stoodIn;
-}
-
-const uchar *SliceToImage::layerRow(const QImage &layer, int row) const
-{
-    return layer.constScanLine(layer.height() - 1 - row);
-}
-
-void SliceToImage::cutPass(const QImage &layer, QImage *pass, int phase, int firstRow, bool forward) const
-{
-    clearPicture(pass);
-    const int count = passCnt();
-    if (count <= 0 || layer.isNull() || pass->isNull())
-        return;
-    const int bytes = pass->bytesPerLine();
-    const int rows = layer.height() / count;
-    for (int i = 0; i < rows && firstRow + i < passRows; ++i) {
-        const int row = phase + i * count;
-        uchar *to = pass->scanLine(firstRow + i);
-        if (forward)
-            std::memcpy(to, layerRow(layer, row), size_t(bytes));
-        else
-            mirrorRow(to, layerRow(layer, row), bytes); // a reverse sweep meets the columns last to first
-    }
+    return loadLayerPair(folder, layer - 1);
 }
 
 void SliceToImage::getPassImage(QImage *structure, QImage *support, int phase, int firstRow, bool forward)
 {
-    // The caller lets go of the last pass first, so that clearing does not copy it.
+    // The caller lets go of the last pass first: a picture that is shared would be copied before it is
+    // written.
     *structure = QImage();
     *support = QImage();
-    cutPass(m_structureLayer, &m_structurePass, phase, firstRow, forward);
-    cutPass(m_supportLayer, &m_supportPass, phase, firstRow, forward);
+    const Cut cut{phase, passCnt(), firstRow, forward};
+    MutexLock lock(m_pictureMutex);
+    cutPass(m_structureLayer, &m_structurePass, cut);
+    cutPass(m_supportLayer, &m_supportPass, cut);
     *structure = m_structurePass;
     *support = m_supportPass;
 }
 
-/// The heads' bands are thirds of the rows; every second row counts, and that is the budget's unit.
+/// The picture is three bands of rows, one a head. Every second row counts: that is the unit of the budget.
 bool SliceToImage::calcDotCount(double topMass)
 {
     if (topMass == 0)
         return false;
-    const double dropMass = double(sysConfig()->getFloat(QStringLiteral("DotDropMass")));
-    const int band = m_structureLayer.height() / 3;
-    std::atomic<double> *masses[] = {&m_head1Mass, &m_head2Mass, &m_head3mass};
-    bool over = false;
-    for (int head = 0; head < 3; ++head) {
+    const auto dropMass = static_cast<double>(sysConfig()->getFloat(QStringLiteral("DotDropMass")));
+    MutexLock lock(m_pictureMutex);
+    const int band = m_structureLayer.height() / heads;
+    double *masses[heads] = {&m_head1Mass, &m_head2Mass, &m_head3mass};
+    for (int head = 0; head < heads; ++head) {
         quint64 dots = 0;
         for (int row = head * band; row < (head + 1) * band; row += 2)
             dots += countBits(layerRow(m_structureLayer, row), m_structureLayer.bytesPerLine());
-        *masses[head] = *masses[head] + double(dots) * dropMass / massUnit;
-        over = over || *masses[head] > topMass;
+        *masses[head] += static_cast<double>(dots) * dropMass / massUnit;
     }
-    if (!over)
+    return CheckDropMass(dropMass, topMass);
+}
+
+/// True when a head has passed its budget; the count then begins anew.
+bool SliceToImage::CheckDropMass(double dropMass, double topMass)
+{
+    if (m_head1Mass <= topMass && m_head2Mass <= topMass && m_head3mass <= topMass)
         return false;
     LOG_WARNING(QStringLiteral("m_head1Mass=%1, m_head2Mass=%2,m_head3mass=%3,dotDropMass=%4,topmass=%5")
-                    .arg(m_head1Mass.load())
-                    .arg(m_head2Mass.load())
-                    .arg(m_head3mass.load())
+                    .arg(m_head1Mass)
+                    .arg(m_head2Mass)
+                    .arg(m_head3mass)
                     .arg(dropMass)
                     .arg(topMass));
-    resetHeadMass();
+    m_head1Mass = m_head2Mass = m_head3mass = 0;
     return true;
 }
 
 void SliceToImage::resetHeadMass()
 {
-    m_head1Mass = 0;
-    m_head2Mass = 0;
-    m_head3mass = 0;
+    MutexLock lock(m_pictureMutex);
+    m_head1Mass = m_head2Mass = m_head3mass = 0;
 }

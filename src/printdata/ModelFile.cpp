@@ -1,9 +1,13 @@
 #include "printdata/ModelFile.h"
 
+#include "frame/Folders.h"
 #include "platform/Log.h"
 
 #include <QBitmap>
+#include <QBuffer>
 #include <QFile>
+#include <QImageReader>
+#include <QSaveFile>
 #include <QtEndian>
 #include <cerrno>
 #include <cstring>
@@ -12,9 +16,15 @@ namespace
 {
 // Head of a .tzl file, 84 bytes, little-endian. The other bytes are the slicer's.
 constexpr int headerSize = 84;
-constexpr int iconAt = 16;    // u64 offset, i32 length at 24
-constexpr int previewAt = 28; // u64 offset, i32 length at 36
+constexpr int iconAt = 16;     // u64 offset, i32 length at 24
+constexpr int previewAt = 28;  // u64 offset, i32 length at 36
 constexpr int settingsAt = 52; // u64 offset, u64 length at 60
+
+/// Settings are some kilobytes and pictures some megabytes: a longer block is damage, even in a file that has
+/// it.
+constexpr quint64 maxBlock = 64 << 20;
+/// A few bytes can claim to be a picture of any size.
+constexpr qint64 maxPicturePixels = 16 << 20;
 
 struct Block {
     quint64 offset;
@@ -23,24 +33,27 @@ struct Block {
 
 Block pictureBlock(const QByteArray &header, int at)
 {
-    const qint32 length = qFromLittleEndian<qint32>(header.constData() + at + 8);
-    return {qFromLittleEndian<quint64>(header.constData() + at), quint64(qMax(0, length))};
+    const char *field = header.constData() + at;
+    // A negative length becomes one that no file has.
+    const auto length = static_cast<quint64>(qint64{qFromLittleEndian<qint32>(field + 8)});
+    return {qFromLittleEndian<quint64>(field), length};
 }
 
 Block settingsBlock(const QByteArray &header)
 {
-    return {qFromLittleEndian<quint64>(header.constData() + settingsAt),
-            qFromLittleEndian<quint64>(header.constData() + settingsAt + 8)};
+    const char *field = header.constData() + settingsAt;
+    return {qFromLittleEndian<quint64>(field), qFromLittleEndian<quint64>(field + 8)};
 }
 
 /// False when the block does not lie whole in the file; nothing is allocated then.
 bool readBlock(QFile &file, const Block &block, QByteArray *bytes)
 {
-    const quint64 size = quint64(file.size());
-    if (block.offset > size || block.length > size - block.offset || !file.seek(qint64(block.offset)))
+    const auto size = static_cast<quint64>(file.size());
+    if (block.offset > size || block.length > qMin(size - block.offset, maxBlock) ||
+        !file.seek(static_cast<qint64>(block.offset)))
         return false;
-    *bytes = file.read(qint64(block.length));
-    return quint64(bytes->size()) == block.length;
+    *bytes = file.read(static_cast<qint64>(block.length));
+    return static_cast<quint64>(bytes->size()) == block.length;
 }
 
 bool readSettingsText(QFile &file, const QByteArray &header, QByteArray *text)
@@ -51,28 +64,52 @@ bool readSettingsText(QFile &file, const QByteArray &header, QByteArray *text)
     return false;
 }
 
+/// Other threads may be reading the file of the same model: they see the old text or the new, never half of
+/// one.
 void writeSideFile(const QString &path, const QByteArray &text)
 {
-    QFile ini(path);
-    if (ini.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        ini.write(text);
-    else
+    QSaveFile ini(path);
+    ini.setDirectWriteFallback(true);
+    if (!ini.open(QIODevice::WriteOnly) || ini.write(text) != text.size() || !ini.commit())
         LOG_WARNING(QStringLiteral("init %1 error %2").arg(path, ini.errorString()));
 }
 
-/// The picture with its black made transparent, in the size that the icon has. A picture that cannot be read
-/// leaves the icon as it is.
+/// The picture of a block. False, with a log line, when the file does not hold the whole of it; a picture
+/// that is whole and cannot be understood is an empty pixmap.
+bool readPicture(QFile &file, const Block &block, QPixmap *picture)
+{
+    QByteArray bytes;
+    if (!readBlock(file, block, &bytes)) {
+        LOG_WARNING(QStringLiteral("picture of %1 is cut").arg(file.fileName()));
+        return false;
+    }
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    const QSize size = reader.size();
+    if (qint64{size.width()} * size.height() > maxPicturePixels) {
+        LOG_WARNING(QStringLiteral("picture of %1 is too big: %2 x %3")
+                        .arg(file.fileName())
+                        .arg(size.width())
+                        .arg(size.height()));
+        return false;
+    }
+    *picture = QPixmap::fromImageReader(&reader);
+    return true;
+}
+
+/// The picture with its black made transparent, in the size that the icon has. A picture that is cut leaves
+/// the icon as it is.
 void fillIcon(QFile &file, const QByteArray &header, QPixmap *icon)
 {
-    const QSize size = icon->size();
-    QByteArray bytes;
-    if (!readBlock(file, pictureBlock(header, iconAt), &bytes))
+    QPixmap picture;
+    if (!readPicture(file, pictureBlock(header, iconAt), &picture))
         return;
-    icon->loadFromData(bytes);
-    if (icon->isNull())
+    if (picture.isNull()) {
+        *icon = picture;
         return;
-    icon->setMask(icon->createMaskFromColor(QColor(0, 0, 0, 255)));
-    *icon = icon->scaled(size, Qt::KeepAspectRatio);
+    }
+    picture.setMask(picture.createMaskFromColor(QColor(0, 0, 0, 255)));
+    *icon = picture.scaled(icon->size(), Qt::KeepAspectRatio);
 }
 } // namespace
 
@@ -103,16 +140,30 @@ int readModelView(const QString &path, QPixmap *view)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        LOG_WARNING(QStringLiteral("open file=%1 error=%2 \n").arg(path, QString::fromLocal8Bit(std::strerror(errno))));
+        const QString error = QString::fromLocal8Bit(std::strerror(errno));
+        LOG_WARNING(QStringLiteral("open file=%1 error=%2 \n").arg(path, error));
         return -1;
     }
     const QByteArray header = file.read(headerSize);
     if (header.size() != headerSize)
         return -1;
-    QByteArray bytes; // the settings prove that the file is whole
-    if (!readSettingsText(file, header, &bytes))
+    QByteArray settings; // read as a check that the file is whole
+    if (!readSettingsText(file, header, &settings))
         return -1;
-    if (readBlock(file, pictureBlock(header, previewAt), &bytes))
-        view->loadFromData(bytes);
+    readPicture(file, pictureBlock(header, previewAt), view);
     return 0;
+}
+
+bool isModelName(const QString &name)
+{
+    static const QStringList taken{QString(), QStringLiteral("."), QStringLiteral(".."),
+                                   QStringLiteral("log"), QStringLiteral("HistoryIcon")};
+    return !taken.contains(name, Qt::CaseInsensitive) && !name.contains(QLatin1Char('/')) &&
+           !name.contains(QLatin1Char('\\'));
+}
+
+ModelSettings::ModelSettings(const QString &modelName)
+    : QSettings(modelIniPath(modelName), QSettings::IniFormat)
+{
+    setIniCodec("UTF-8");
 }

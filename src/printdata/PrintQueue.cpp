@@ -2,98 +2,134 @@
 
 #include "frame/Folders.h"
 #include "frame/SqliteUtil.h"
+#include "platform/Log.h"
+#include "platform/Mutex.h"
 #include "printdata/ModelFile.h"
 
 #include <QDateTime>
 #include <QFile>
-#include <QSettings>
 #include <QSqlQueryModel>
 #include <QSqlRecord>
 
 namespace
 {
-QString cell(const QSqlQueryModel &model, int row, const char *column)
+// A change reads the list and then writes by what it read: the pages (GUI thread), remote commands and the
+// job thread take turns, so that no two rows take the same place.
+Mutex &queueMutex()
 {
-    return model.record(row).value(QLatin1String(column)).toString();
+    static auto *mutex = new Mutex; // never destroyed: threads use it until the process is gone
+    return *mutex;
 }
 
-void fillRows(QSqlQueryModel *model, int status)
+/// Puts `values` for %1, %2, ... in one go. A model's name may hold a "%2" of its own, and a chain of arg()
+/// would fill that as well.
+QString filled(const QString &statement, const QStringList &values)
 {
-    sqliteUtil()->ExecuteQueryModel(
-        model, QStringLiteral("select * from PrintQueue where status=%1 ORDER  by ID").arg(status));
+    QString text;
+    for (int at = 0; at < statement.size(); ++at) {
+        int number = 0;
+        int next = at + 1;
+        while (statement[at] == QLatin1Char('%') && next < statement.size() && statement[next].isDigit())
+            number = number * 10 + statement[next++].digitValue();
+        if (number == 0) {
+            text += statement[at];
+            continue;
+        }
+        text += sqlText(values.value(number - 1));
+        at = next - 1;
+    }
+    return text;
 }
 
-void fillFirstRow(QSqlQueryModel *model, int status)
+void run(const char *statement, const QStringList &values)
 {
-    sqliteUtil()->ExecuteQueryModel(
-        model, QStringLiteral("select * from PrintQueue where status=%1 ORDER  by ID limit 0,1").arg(status));
+    sqliteUtil()->ExecuteSqlQuery(filled(QString::fromLatin1(statement), values));
 }
 
-void deleteRow(const QString &modelName)
+QString table()
 {
-    sqliteUtil()->ExecuteSqlQuery(
-        QStringLiteral("delete from PrintQueue where ModelName=\"%1\"").arg(sqlText(modelName)));
+    return QStringLiteral("PrintQueue");
+}
+
+/// All rows of a status in their order, or the first alone.
+QList<QSqlRecord> records(int status, bool firstOnly)
+{
+    const QString statement = QStringLiteral("select * from PrintQueue where status=%1 ORDER  by ID%2")
+                                  .arg(QString::number(status), QLatin1String(firstOnly ? " limit 0,1" : ""));
+    QSqlQueryModel model;
+    sqliteUtil()->ExecuteQueryModel(&model, statement);
+    QList<QSqlRecord> rows;
+    for (int row = 0; row < model.rowCount(); ++row)
+        rows << model.record(row);
+    return rows;
+}
+
+QString text(const QSqlRecord &row, const char *column)
+{
+    return row.value(QLatin1String(column)).toString();
+}
+
+/// Values of a model's settings; empty texts when it has none.
+QStringList settingTexts(const QString &modelName, std::initializer_list<const char *> keys)
+{
+    // A side file that is left from an earlier model of this name does not describe this one.
+    const bool described = GetModelBmpAndIni(modelPath(modelName), nullptr) == 0;
+    const ModelSettings settings(modelName);
+    QStringList texts;
+    for (const char *key : keys)
+        texts << (described ? settings.value(QLatin1String(key)).toString() : QString());
+    return texts;
 }
 } // namespace
 
 QList<QueueRow> queueRows(int status)
 {
-    QSqlQueryModel model;
-    fillRows(&model, status);
     QList<QueueRow> rows;
-    for (int row = 0; row < model.rowCount(); ++row)
-        rows << QueueRow{cell(model, row, "ModelName"), cell(model, row, "createtime"), cell(model, row, "EndTime")};
+    for (const QSqlRecord &row : records(status, false))
+        rows << QueueRow{text(row, "ModelName"), text(row, "createtime"), text(row, "EndTime")};
     return rows;
 }
 
 int headId(int status)
 {
-    QSqlQueryModel model;
-    fillFirstRow(&model, status);
-    return model.rowCount() ? model.record(0).value(QStringLiteral("ID")).toInt() - 1 : -1;
+    const QList<QSqlRecord> first = records(status, true);
+    return first.isEmpty() ? -1 : first[0].value(QStringLiteral("ID")).toInt() - 1;
 }
 
 QString firstWaitingModel()
 {
-    QSqlQueryModel model;
-    fillFirstRow(&model, QueueWaiting);
-    return model.rowCount() ? cell(model, 0, "ModelName") : QString();
+    const QList<QSqlRecord> first = records(QueueWaiting, true);
+    return first.isEmpty() ? QString() : text(first[0], "ModelName");
 }
 
 void addToQueue(const QString &modelName)
 {
-    deleteRow(modelName);
-    GetModelBmpAndIni(modelPath(modelName), nullptr);
-    QSettings settings(modelIniPath(modelName), QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
-    const auto text = [&](const char *key) { return sqlText(settings.value(QLatin1String(key)).toString()); };
-    const QString values[] = {
-        sqlText(modelName),
-        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm")),
-        QStringLiteral("0"),
-        QStringLiteral("%1,%2,%3").arg(text("extentX"), text("extentY"), text("extentZ")),
-        text("PrintModeName"),
-        text("supportMaterial"),
-        text("modelMaterial"),
-        text("modelMaterialName"),
-        text("printTime"),
-        text("layerCnt"),
-        QString::number(headId(QueueWaiting)),
-    };
-    QStringList quoted;
-    for (const QString &value : values)
-        quoted << QLatin1Char('"') + value + QLatin1Char('"');
-    sqliteUtil()->ExecuteSqlQuery(
-        QStringLiteral("insert into PrintQueue(ModelName,createtime,status,Volume,PrintMode,SupWax,StrWax,"
-                       "modelMaterialName,printTime,SumLayer,ID) \t\t values(%1)")
-            .arg(quoted.join(QLatin1Char(','))));
+    if (!isModelName(modelName)) {
+        LOG_WARNING(QStringLiteral("no name of a model: %1").arg(modelName));
+        return;
+    }
+    constexpr int extents = 3; // the first three keys make one column
+    const QStringList texts =
+        settingTexts(modelName, {"extentX", "extentY", "extentZ", "PrintModeName", "supportMaterial",
+                                 "modelMaterial", "modelMaterialName", "printTime", "layerCnt"});
+    const QString createTime = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm"));
+    QStringList values{table(), modelName, createTime, texts.mid(0, extents).join(QLatin1Char(','))};
+
+    MutexLock lock(queueMutex());
+    run("delete from PrintQueue where ModelName=\"%1\"", {modelName});
+    values += texts.mid(extents);
+    values += QString::number(headId(QueueWaiting));
+    run("insert into "
+        "%1(ModelName,createtime,status,Volume,PrintMode,SupWax,StrWax,modelMaterialName,printTime,"
+        "SumLayer,ID) \t\t values(\"%2\",\"%3\",0,\"%4\",\"%5\",\"%6\",\"%7\",\"%8\",\"%9\",\"%10\",\"%11\")",
+        values);
 }
 
 void removeModel(const QString &modelName)
 {
-    if (modelName.isEmpty())
-        return; // its folder would be that of all models
-    deleteRow(modelName);
+    run("delete from PrintQueue where ModelName=\"%1\"", {modelName});
+    if (!isModelName(modelName))
+        return; // its files would not be a model's
     QFile::remove(modelPath(modelName));
     QFile::remove(modelIniPath(modelName));
     QFile::remove(modelPath(modelName) + QStringLiteral(".md5"));
@@ -102,32 +138,30 @@ void removeModel(const QString &modelName)
 
 bool moveRow(const QString &modelName, bool up, int status)
 {
-    QSqlQueryModel model;
-    fillRows(&model, status);
-    for (int row = 0; row < model.rowCount(); ++row) {
-        if (cell(model, row, "ModelName") != modelName)
-            continue;
-        const int neighbour = up ? row - 1 : row + 1;
-        if (neighbour < 0 || neighbour >= model.rowCount())
-            return false;
-        sqliteUtil()->ExecuteSqlQuery(
-            QStringLiteral("update PrintQueue set ID =  case ModelName when \"%1\" then \"%2\" when \"%3\" then "
-                           "\"%4\" end  where ModelName in (\"%1\",\"%3\")")
-                .arg(sqlText(modelName), cell(model, neighbour, "ID"), sqlText(cell(model, neighbour, "ModelName")),
-                     cell(model, row, "ID")));
-        return true;
-    }
-    return false;
+    MutexLock lock(queueMutex());
+    const QList<QSqlRecord> rows = records(status, false);
+    int at = 0;
+    while (at < rows.size() && text(rows[at], "ModelName") != modelName)
+        ++at;
+    const int neighbour = up ? at - 1 : at + 1;
+    if (at >= rows.size() || neighbour < 0 || neighbour >= rows.size())
+        return false;
+    run("update PrintQueue set ID =  case ModelName when \"%1\" then \"%2\" when \"%3\" then \"%4\" end  "
+        "where "
+        "ModelName in (\"%1\",\"%3\")",
+        {modelName, text(rows[neighbour], "ID"), text(rows[neighbour], "ModelName"), text(rows[at], "ID")});
+    return true;
 }
 
 void moveToTop(const QString &modelName, int status)
 {
-    sqliteUtil()->ExecuteSqlQuery(QStringLiteral("update PrintQueue set ID=%1 where ModelName=\"%2\"")
-                                      .arg(QString::number(headId(status)), sqlText(modelName)));
+    MutexLock lock(queueMutex());
+    run("update %1 set ID=%2 where ModelName=\"%3\"", {table(), QString::number(headId(status)), modelName});
 }
 
 void reprintModel(const QString &modelName)
 {
-    sqliteUtil()->ExecuteSqlQuery(QStringLiteral("update PrintQueue set status=0,ID=%1 where ModelName=\"%2\"")
-                                      .arg(QString::number(headId(QueueWaiting)), sqlText(modelName)));
+    MutexLock lock(queueMutex());
+    run("update %1 set status=0,ID=%2 where ModelName=\"%3\"",
+        {table(), QString::number(headId(QueueWaiting)), modelName});
 }

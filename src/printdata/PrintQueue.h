@@ -1,13 +1,13 @@
 #pragma once
-// The queue of models in the database, and their files. Pages and remote commands change it through these. Any thread.
+// The queue of models in the database, and their files. Pages and remote commands change it through these.
+// Any thread.
 
 #include <QList>
 #include <QString>
 
 enum QueueStatus : int { QueueWaiting = 0, QueuePrinted = 1, QueueAborted = 2 };
 
-struct QueueRow
-{
+struct QueueRow {
     QString modelName;
     QString createTime;
     QString endTime;
@@ -18,7 +18,8 @@ QList<QueueRow> queueRows(int status);
 int headId(int status);
 /// ModelName of the first waiting row; empty when there is none.
 QString firstWaitingModel();
-/// Extracts the model's settings and puts it at the head of the waiting rows, replacing a row of the same name.
+/// Extracts the model's settings and puts it at the head of the waiting rows, replacing a row of the same
+/// name.
 void addToQueue(const QString &modelName);
 /// Deletes row, model file, side files and working folder.
 void removeModel(const QString &modelName);

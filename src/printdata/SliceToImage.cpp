@@ -3,31 +3,65 @@
 #include "frame/Folders.h"
 #include "frame/PrintStatus.h"
 #include "frame/Singleton.h"
+#include "platform/Log.h"
 #include "printdata/ModelFile.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
-#include <QSettings>
 
 namespace
 {
-/// Largest picture side that is believed: the bed has 7008 x 5280 at 600 dpi.
-constexpr float maxSide = 65536;
+/// No sweep reaches further: the bar's nozzle rows at the highest interlace, and a carriage's way of 800 mm
+/// at 1000 dpi. What claims more is damage, and would be allocated.
+constexpr int maxRows = passRows * 12;
+constexpr int maxColumns = 32768;
 
-/// The width that the pictures really have: rows are padded to 32 bits.
-int paddedWidth(int width)
+/// Truncated; 0 for what is no number or lies beyond an integer, for which the plain conversion is undefined.
+int truncated(float value)
 {
-    return (width + 31) / 32 * 32;
+    constexpr float limit = 1 << 30;
+    return value > -limit && value < limit ? static_cast<int>(value) : 0;
 }
 
-int side(float value)
+/// Width that a one-bit QImage really has: its rows are padded to 32 bits.
+int paddedWidth(const ModelInfo &info)
 {
-    return value > 0 && value <= maxSide ? int(value) : 0;
+    const int width = truncated(info.width);
+    return width > 0 && truncated(info.pixelsY) > 0 ? (width + 31) / 32 * 32 : 0;
+}
+
+ModelInfo readModelInfo(const QString &modelName)
+{
+    const ModelSettings settings(modelName);
+    const auto number = [&settings](const char *key) { return settings.value(QLatin1String(key)).toFloat(); };
+    ModelInfo info;
+    info.layerHeight = number("layerHeight");
+    info.dpiX = number("dpiX");
+    info.dpiY = number("dpiY");
+    info.extraBlankPixel = number("extraBlankPixel");
+    info.width = number("pixelsX") + 2 * info.extraBlankPixel;
+    info.pixelsY = number("pixelsY");
+    info.passCnt = truncated(number("passCnt"));
+    info.modelMaterial = number("modelMaterial");
+    info.supportMaterial = number("supportMaterial");
+    return info;
+}
+
+/// Keeps the memory of a picture that has the size already.
+void resizePicture(QImage *picture, int width, int height)
+{
+    if (picture->size() == QSize(width, height))
+        return;
+    *picture = QImage(); // the old memory goes before the new one comes
+    *picture = QImage(width, height, QImage::Format_MonoLSB);
 }
 } // namespace
 
 SliceToImage::SliceToImage() : m_process(this)
 {
     m_process.setProcessChannelMode(QProcess::MergedChannels);
+    if (QCoreApplication::instance())
+        moveToThread(QCoreApplication::instance()->thread());
 }
 
 SliceToImage *sliceToImage()
@@ -39,49 +73,34 @@ int SliceToImage::loadModelInfo(const QString &path)
 {
     if (printStatus() != PrintStatusIdle)
         return -2;
-    if (GetModelBmpAndIni(path, nullptr) != 0)
+    const QString name = QFileInfo(path).fileName();
+    if (!isModelName(name) || GetModelBmpAndIni(modelPath(name), nullptr) != 0)
         return -1;
-    readSettings(path + QStringLiteral(".ini"));
-    {
-        MutexLock lock(m_modelMutex);
-        m_fileNmae = QFileInfo(path).fileName();
-    }
-    allocatePictures();
+    const ModelInfo info = readModelInfo(name);
+    if (!allocatePictures(info))
+        return -1;
+    MutexLock lock(m_modelMutex);
+    m_fileNmae = name;
+    m_info = info;
     return 0;
 }
 
-void SliceToImage::readSettings(const QString &iniPath)
+bool SliceToImage::allocatePictures(const ModelInfo &info)
 {
-    const QSettings settings(iniPath, QSettings::IniFormat);
-    const auto number = [&](const char *key) { return settings.value(QLatin1String(key)).toFloat(); };
-    ModelInfo info;
-    info.layerHeight = number("layerHeight");
-    info.dpiX = number("dpiX");
-    info.dpiY = number("dpiY");
-    info.extraBlankPixel = number("extraBlankPixel");
-    info.width = number("pixelsX") + 2 * info.extraBlankPixel;
-    info.pixelsY = number("pixelsY");
-    info.passCnt = qint32(number("passCnt"));
-    info.modelMaterial = number("modelMaterial");
-    info.supportMaterial = number("supportMaterial");
-    MutexLock lock(m_modelMutex);
-    m_info = info;
-}
-
-void SliceToImage::allocatePictures()
-{
-    const ModelInfo info = modelInfo();
-    const int width = paddedWidth(side(info.width));
-    const auto picture = [width](int height) {
-        QImage image(width, height, QImage::Format_MonoLSB);
-        if (!image.isNull())
-            image.fill(0);
-        return image;
-    };
-    m_supportLayer = picture(side(info.pixelsY));
-    m_structureLayer = picture(side(info.pixelsY));
-    m_supportPass = picture(passRows);
-    m_structurePass = picture(passRows);
+    const int width = paddedWidth(info);
+    const int rows = width > 0 ? truncated(info.pixelsY) : 0;
+    if (width > maxColumns || rows > maxRows) {
+        LOG_WARNING(QStringLiteral("picture too big: %1 x %2").arg(width).arg(rows));
+        return false;
+    }
+    MutexLock lock(m_pictureMutex);
+    for (QImage *layer : {&m_supportLayer, &m_structureLayer}) {
+        resizePicture(layer, width, rows);
+        layer->fill(0);
+    }
+    for (QImage *pass : {&m_supportPass, &m_structurePass})
+        resizePicture(pass, width, width > 0 ? passRows : 0);
+    return true;
 }
 
 ModelInfo SliceToImage::modelInfo() const
@@ -123,10 +142,10 @@ QString SliceToImage::fileName() const
 
 int SliceToImage::passWidth() const
 {
-    return paddedWidth(side(modelInfo().width));
+    return paddedWidth(modelInfo());
 }
 
 int SliceToImage::passHeight() const
 {
-    return passRows;
+    return passWidth() > 0 ? passRows : 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
-// From the slicer to pass pictures: drives the external slicer and turns its layer files into what one sweep prints.
+// From the slicer to pass pictures: drives the external slicer and turns its layer files into what one sweep
+// prints.
 
 #include "platform/Mutex.h"
 
@@ -9,16 +10,16 @@
 #include <QProcess>
 #include <QString>
 #include <atomic>
+#include <vector>
 
-struct ModelInfo
-{
+struct ModelInfo {
     float layerHeight = 0; ///< mm
     float dpiX = 0;
     float dpiY = 0;
-    float width = 0;       ///< pixelsX + 2 * extraBlankPixel
+    float width = 0; ///< pixelsX + 2 * extraBlankPixel
     float pixelsY = 0;
     float extraBlankPixel = 0;
-    qint32 passCnt = 0;    ///< 4, 8 or 12
+    qint32 passCnt = 0;        ///< 4, 8 or 12
     float modelMaterial = 0;   ///< grams
     float supportMaterial = 0; ///< grams
 };
@@ -33,7 +34,8 @@ public:
     SliceToImage();
 
     // The model. GUI thread, while idle; the getters any thread.
-    /// 0; -1: the file cannot be read; -2: a job is running.
+    /// 0; -1: the file cannot be read, or its picture is bigger than any that can be printed; -2: a job is
+    /// running. `path` is "model/<name>".
     int loadModelInfo(const QString &path);
     ModelInfo modelInfo() const;
     float layerHeightUm() const;
@@ -60,57 +62,72 @@ public:
     float progress() const { return m_progress; }
 
     // Pictures, LayerImages.cpp. Job thread.
+    /// One layer file into a picture, top row first. False, with a log line and the picture empty, on damage.
     bool binary2Image(const QString &path, QImage *target);
+    /// Fills both layer pictures; false when the layer is not to be had. A damaged layer may be printed as
+    /// its predecessor, once in a hundred layers.
     bool getLayerImage(int layer);
+    /// Cuts the rows of one pass. Both pictures share their memory with this object until they are assigned
+    /// anew: give the same two each time, and nothing is copied.
     void getPassImage(QImage *structure, QImage *support, int phase, int firstRow, bool forward);
     /// Adds the layer in memory to the heads' drop masses; true when one has passed `topMass`.
     bool calcDotCount(double topMass);
     void resetHeadMass();
 
-    // Test patterns, TestPatterns.cpp. While idle.
+    // Test patterns, TestPatterns.cpp. While idle; any thread.
+    /// Every byte of the support and of the structure picture, but for the blank columns at both sides. False
+    /// when no model is loaded.
     bool getLineImage(quint8 supportByte, quint8 structureByte);
+    /// A line along Y every `step` columns (0: 100), in the support picture when `which` is -1, else in the
+    /// structure picture.
     void drawTestLines(int which, int unused, int step);
 
 private slots:
     void processReadyRead();
     void processFinished(int exitCode, QProcess::ExitStatus exitStatus);
 
-private:
-    // Layer pictures stay as the files hold them, bottom row first; layerRow() turns them.
-    const uchar *layerRow(const QImage &layer, int row) const;
-    void readSettings(const QString &iniPath);
-    void allocatePictures();
-    void resetCounters();
-    void clearSliceFolder(const QString &folder) const;
-    void parseLine(const QByteArray &line, bool *slice);
-    bool decodeFile(const QString &path, uchar *bits, qint64 bytes);
-    bool loadLayerPair(int layer);
-    QString layerFile(char kind, int layer) const;
-    void cutPass(const QImage &layer, QImage *pass, int phase, int firstRow, bool forward) const;
+    void processStateChanged(QProcess::ProcessState state);
 
-    mutable Mutex m_modelMutex; // the GUI thread loads a model while job and remote threads read name and settings
-    QString m_fileNmae PELORA_GUARDED_BY(m_modelMutex);
+private:
+    bool allocatePictures(const ModelInfo &info);
+    // The slicer. GUI thread.
+    void resetRun();
+    void readLine(const QByteArray &line);
+    // Pictures. Layer pictures stay as the files hold them, bottom row first; layerRow() turns them.
+    bool decodeFile(const QString &path, QImage *target) PELORA_REQUIRES(m_pictureMutex);
+    bool unpackFile(const QString &path, uchar *bits, qint64 *bytes) PELORA_REQUIRES(m_pictureMutex);
+    bool loadLayerPair(const QString &folder, int layer) PELORA_REQUIRES(m_pictureMutex);
+    bool CheckDropMass(double dropMass, double topMass) PELORA_REQUIRES(m_pictureMutex);
+
+    mutable Mutex m_modelMutex; // loading a model (GUI) against the getters of job and remote threads
+    QString m_fileNmae PELORA_GUARDED_BY(m_modelMutex); ///< relative to model/; empty: no model
     ModelInfo m_info PELORA_GUARDED_BY(m_modelMutex);
 
-    QProcess m_process; // GUI thread
-    QByteArray m_pendingLine; // start of a line whose end has not arrived
-    std::atomic<bool> m_toolRunning{false};
-    std::atomic<float> m_progress{0};
-    std::atomic<qint32> m_hasSliceLayer{-1};
-    std::atomic<qint32> m_SumSliceLayer{-1};
+    QProcess m_process;                      // GUI thread, as is
+    QByteArray m_pendingLine;                // the start of a line whose end has not come yet
+    std::atomic<bool> m_toolRunning{false};  // for the job thread, which may not touch m_process
+    std::atomic<float> m_progress{0};        ///< of the tool's preparation, 0 to 1
+    std::atomic<qint32> m_hasSliceLayer{-1}; ///< highest layer known to be finished
+    std::atomic<qint32> m_SumSliceLayer{-1}; ///< layers as the tool counts them
 
+    // The picture work of the job thread against loading a model (GUI) and test patterns (remote), which come
+    // while idle: idle is said before the job thread has ended. Taken before m_modelMutex.
+    Mutex m_pictureMutex;
     // Allocated once a model: a freshly mapped picture costs more in page faults than all the work on it.
-    QImage m_supportLayer;
-    QImage m_structureLayer;
-    QImage m_supportPass;
-    QImage m_structurePass;
-    QByteArray m_compressed; // buffers of decodeFile, grown only
-    QByteArray m_inner;
+    QImage m_supportLayer PELORA_GUARDED_BY(m_pictureMutex);
+    QImage m_structureLayer PELORA_GUARDED_BY(m_pictureMutex);
+    QImage m_supportPass PELORA_GUARDED_BY(m_pictureMutex);
+    QImage m_structurePass PELORA_GUARDED_BY(m_pictureMutex);
+    std::vector<uchar> m_packed PELORA_GUARDED_BY(m_pictureMutex); // a layer file's outer stream; only grows
+    std::vector<uchar> m_inner PELORA_GUARDED_BY(m_pictureMutex);  // and its content
     // Drop mass laid by each head since the last cleaning, in the unit of TopDropMass.
-    std::atomic<double> m_head1Mass{0};
-    std::atomic<double> m_head2Mass{0};
-    std::atomic<double> m_head3mass{0};
-    std::atomic<qint32> m_misLayer{-10000}; // last layer for which a neighbour stood in
+    double m_head1Mass PELORA_GUARDED_BY(m_pictureMutex) = 0;
+    double m_head2Mass PELORA_GUARDED_BY(m_pictureMutex) = 0;
+    double m_head3mass PELORA_GUARDED_BY(m_pictureMutex) = 0;
+    /// Last layer for which a neighbour stood in.
+    qint32 m_misLayer PELORA_GUARDED_BY(m_pictureMutex) = noLayerMissed;
+    static constexpr qint32 noLayerMissed = -10000;
 };
 
+/// The process's one object; it belongs to the GUI thread whoever asks first. Any thread.
 SliceToImage *sliceToImage();

@@ -1,48 +1,65 @@
-// Pictures for the test print.
+// Pictures for the test print: all rows alike, so one is drawn pixel by pixel and the others are its copies.
 
 #include "platform/Log.h"
 #include "printdata/SliceToImage.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace
 {
 constexpr int defaultStep = 100;
 
-void clearColumns(QImage *image, int from, int to)
+void repeatFirstRow(QImage *picture)
 {
-    for (int row = 0; row < image->height(); ++row)
-        for (int column = qMax(0, from); column < qMin(to, image->width()); ++column)
-            image->setPixel(column, row, 0);
+    const uchar *first = picture->constScanLine(0);
+    for (int row = 1; row < picture->height(); ++row)
+        std::memcpy(picture->scanLine(row), first, static_cast<size_t>(picture->bytesPerLine()));
+}
+
+void fillBetweenBlanks(QImage *picture, quint8 byte, float left, float right)
+{
+    if (picture->isNull())
+        return;
+    std::memset(picture->scanLine(0), byte, static_cast<size_t>(picture->bytesPerLine()));
+    for (int column = 0; column < picture->width(); ++column) {
+        const auto at = static_cast<float>(column);
+        if (at < left || at >= right)
+            picture->setPixel(column, 0, 0);
+    }
+    repeatFirstRow(picture);
 }
 } // namespace
 
 bool SliceToImage::getLineImage(quint8 supportByte, quint8 structureByte)
 {
-    if (fileName().isEmpty())
-        return (LOG_WARNING(QStringLiteral("m_fileNmae is null")), false);
-    const int blank = int(modelInfo().extraBlankPixel);
-    QImage *pictures[] = {&m_supportLayer, &m_structureLayer};
-    const quint8 bytes[] = {supportByte, structureByte};
-    for (int i = 0; i < 2; ++i) {
-        if (pictures[i]->isNull())
-            continue;
-        std::memset(pictures[i]->bits(), bytes[i], size_t(pictures[i]->sizeInBytes()));
-        clearColumns(pictures[i], 0, blank);
-        clearColumns(pictures[i], pictures[i]->width() - blank, pictures[i]->width());
+    if (fileName().isEmpty()) {
+        LOG_WARNING(QStringLiteral("m_fileNmae is null"));
+        return false;
     }
+    const ModelInfo info = modelInfo();
+    const float right = info.width - info.extraBlankPixel;
+    MutexLock lock(m_pictureMutex);
+    fillBetweenBlanks(&m_supportLayer, supportByte, info.extraBlankPixel, right);
+    fillBetweenBlanks(&m_structureLayer, structureByte, info.extraBlankPixel, right);
     return true;
 }
 
-void SliceToImage::drawTestLines(int which, int, int step)
+void SliceToImage::drawTestLines(int which, int /*unused*/, int step)
 {
-    for (QImage *picture : {&m_supportLayer, &m_structureLayer})
-        if (!picture->isNull())
-            picture->fill(0);
-    QImage &target = which == -1 ? m_supportLayer : m_structureLayer;
-    const int blank = int(modelInfo().extraBlankPixel);
+    const ModelInfo info = modelInfo();
+    const float right = info.width - info.extraBlankPixel;
     const int stride = step > 0 ? step : defaultStep;
-    for (int column = blank; column < target.width() - blank; column += stride)
-        for (int row = 0; row < target.height(); ++row)
-            target.setPixel(column, row, 1);
+    MutexLock lock(m_pictureMutex);
+    if (m_supportLayer.isNull())
+        return;
+    m_supportLayer.fill(0);
+    m_structureLayer.fill(0);
+    QImage &target = which == -1 ? m_supportLayer : m_structureLayer;
+    const float left = std::clamp(info.extraBlankPixel, 0.0f, static_cast<float>(target.width()));
+    for (auto column = static_cast<qint64>(left); column < target.width(); column += stride) {
+        if (static_cast<float>(column) < right)
+            target.setPixel(static_cast<int>(column), 0, 1);
+    }
+    repeatFirstRow(&target);
 }
