@@ -9,7 +9,6 @@ namespace
 {
 constexpr double coldestPrinting = 50; ///< below this the wax is solid
 constexpr double coolerThanSet = 6;    ///< the program's own band is 5
-constexpr int heaterSensors = 3;
 } // namespace
 
 void Machine::presetEncoder(int value)
@@ -87,16 +86,11 @@ void Machine::checkHeads(const Picture &picture)
     for (int number = 1; number <= geometry::heads; ++number) {
         if (m_heads.head(number).autofiring)
             violation("autofire", QString("head %1 fires by itself during a page").arg(number));
-        for (int sensor = 1; sensor <= heaterSensors; ++sensor) {
-            Lag &heater = m_climate.heater(number, sensor);
-            const double degrees = heater.real(now());
-            if (degrees < coldestPrinting || degrees < heater.target() - coolerThanSet)
-                violation("cold-head", QString("head %1 sensor %2 at %3 of %4 degrees")
-                                           .arg(number)
-                                           .arg(sensor)
-                                           .arg(degrees)
-                                           .arg(heater.target()));
-        }
+        Lag &heater = m_climate.heater(number, 1); // the sensor that the program waits for
+        const double degrees = heater.real(now());
+        if (degrees < coldestPrinting || degrees < heater.target() - coolerThanSet)
+            violation("cold-head",
+                      QString("head %1 at %2 of %3 degrees").arg(number).arg(degrees).arg(heater.target()));
     }
 }
 
