@@ -43,7 +43,8 @@ FakeBridge::FakeBridge()
 {
     m_master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
     std::array<char, 64> name{};
-    if (m_master < 0 || grantpt(m_master) || unlockpt(m_master) || ptsname_r(m_master, name.data(), name.size()))
+    if (m_master < 0 || grantpt(m_master) || unlockpt(m_master) ||
+        ptsname_r(m_master, name.data(), name.size()))
         qFatal("no pseudo terminal");
     m_path = QString::fromLocal8Bit(name.data());
     m_slave = open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
