@@ -38,12 +38,18 @@ void addToUseInfo(const QString &key, double amount)
     useInfoConfig()->setValueSync(key, useInfoConfig()->getValue(key).toDouble() + amount);
 }
 
-/// Two empty sweeps there and back: the leveller smooths what it meets. A wait that fails once is forgiven.
+/// A wait that fails once is forgiven.
+bool isXStuck()
+{
+    return waitXStop() != 0 && waitXStop() != 0;
+}
+
+/// Two empty sweeps there and back: the leveller smooths what it meets.
 int sweepTwice()
 {
     for (int sweep = 0; sweep < 4; ++sweep) {
         xStartMove();
-        if (waitXStop() != 0 && waitXStop() != 0)
+        if (isXStuck())
             return JobCode::xStuck;
     }
     return JobCode::done;
@@ -238,7 +244,10 @@ int XdmControl::RePrintLayer(float z, int *counter)
         LOG_WARNING(QStringLiteral("m_printLayer = %1 reprintLayer= %2").arg(m_printLayer).arg(*counter));
         return JobCode::done;
     }
-    // The last two heights are swept without printing. Z here is a copy: the loop goes on from its own.
+    // The last two heights are swept without printing. Z here is a copy: the loop goes on from its own. The last
+    // pass may still be running out.
+    if (isXStuck())
+        return JobCode::xStuck;
     for (int height = 0; height < 2; ++height) {
         --*counter;
         --m_printLayer;

@@ -6,6 +6,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -51,7 +52,9 @@ TestPrinter::TestPrinter()
 bool TestPrinter::makeModel(const QString &name, const QStringList &packOptions, double heightMm)
 {
     const QString mesh = m_folder.path() + "/mesh.stl";
-    QStringList arguments{mesh, "--out", usb() + "/" + name, "--pixels-x", QString::number(pixelsX)};
+    // A narrow picture leaves a long run-out, which the delay before each pass has to cover.
+    QStringList arguments{mesh,         "--out", usb() + "/" + name, "--pixels-x", QString::number(pixelsX),
+                          "--wait-x", "1000"};
     arguments += packOptions;
     QByteArray output;
     if (writeTeeBar(mesh, heightMm) && runProgram(install() + "/tzlpack", arguments, install(), &output) == 0)
@@ -107,6 +110,16 @@ int TestPrinter::differingDots(const QString &name, const QString &sequence)
     if (differing || code)
         qDebug().noquote() << output;
     return code && !differing ? -1 : differing;
+}
+
+QString TestPrinter::violations(const QJsonObject &report)
+{
+    if (!report.contains("violations"))
+        return "no report";
+    QStringList lines;
+    for (const QJsonValue &violation : report["violations"].toArray())
+        lines << QJsonDocument(violation.toObject()).toJson(QJsonDocument::Compact);
+    return lines.join('\n');
 }
 
 bool TestPrinter::configure(const QString &name, const QVariantMap &values)

@@ -25,6 +25,9 @@ public:
     /// Differing dots, or -1 when it could not be compared.
     int differingDots(const QString &name, const QString &sequence = {});
 
+    /// The violations of a report, a line each; "no report" when it is empty.
+    static QString violations(const QJsonObject &report);
+
     QString install() const { return m_folder.path() + "/install"; }
     QString usb() const { return m_folder.path() + "/usb"; }
     QString out() const { return m_folder.path() + "/out"; }

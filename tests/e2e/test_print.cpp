@@ -2,7 +2,6 @@
 
 #include "TestPrinter.h"
 
-#include <QJsonArray>
 #include <QtTest>
 
 class TestPrint : public QObject
@@ -31,7 +30,7 @@ void TestPrint::finish(TestPrinter &printer, const QString &name, const QString 
     QCOMPARE(rows[0]["status"].toInt(), 1);
     QVERIFY(rows[0]["PrintLayer"].toInt() > 4);
     QCOMPARE(rows[0]["PrintLayer"], rows[0]["SumLayer"]);
-    QCOMPARE(report["violations"].toArray(), QJsonArray());
+    QCOMPARE(TestPrinter::violations(report), QString());
     QCOMPARE(report["passes"].toInt(), 4 * rows[0]["SumLayer"].toInt());
     QCOMPARE(printer.differingDots(name, sequence), 0);
 }

@@ -37,7 +37,7 @@ const NumberOption numberOptions[] = {
      [](PackOptions &o, double v) { o.pixelsX = int(v); }},
     {"pixels-y", "N", "Picture rows (1320 times the pass count).", 8, maxPixels,
      [](PackOptions &o, double v) { o.pixelsY = int(v); }},
-    {"wait-x", "MS", "Wait before each pass in ms (200).", 0, 60000,
+    {"wait-x", "MS", "Wait before each pass in ms (500).", 0, 60000,
      [](PackOptions &o, double v) { o.waitXMs = int(v); }},
     {"raft", "N", "Layers of support wax under the part (4).", 0, 1000,
      [](PackOptions &o, double v) { o.raftLayers = int(v); }},
@@ -105,7 +105,7 @@ int PackOptions::rows() const
 int PackOptions::layers(double heightMm) const
 {
     // A height that is a whole number of layers but for float noise is not given one more.
-    return int(std::ceil(heightMm / layerHeight - 1e-3)) + raftLayers;
+    return int(std::min(std::ceil(heightMm / layerHeight - 1e-3), 1e9)) + raftLayers;
 }
 
 bool readOptions(const QStringList &arguments, PackOptions *options, QString *error)
@@ -157,11 +157,11 @@ bool placeOnBed(const PackOptions &options, Mesh *mesh, QString *error)
                      .arg(depth, 0, 'f', 2);
         return false;
     }
-    const double layers = size.z() / options.layerHeight + options.raftLayers;
-    if (!(layers <= maxLayers) || options.layers(double(size.z())) < leastLayers || size.z() <= 0) {
+    const int layers = options.layers(double(size.z()));
+    if (layers > maxLayers || layers < leastLayers || size.z() <= 0) {
         *error = QString("the part of %1 mm height makes %2 layers; %3 to %4 can be printed")
                      .arg(double(size.z()))
-                     .arg(std::ceil(layers))
+                     .arg(layers)
                      .arg(leastLayers)
                      .arg(maxLayers);
         return false;

@@ -11,7 +11,7 @@ struct PackOptions {
     double layerHeight = 0.032; ///< mm
     int pixelsX = 6968;         ///< columns, without the blank ones at the sides
     int pixelsY = 0;            ///< rows; 0: the whole bed
-    int waitXMs = 200;          ///< before each pass
+    int waitXMs = 500;          ///< before each pass
     int raftLayers = 4;         ///< of support wax under the part, so that it can be lifted off the platform
     double scale = 1;
 
