@@ -31,7 +31,7 @@ template <typename T> T get(const uint8_t *at)
 /// The section, or nothing when it is not whole in the file.
 bool section(const std::string &file, uint64_t offset, uint64_t size, Span *span)
 {
-    if (offset > file.size() || size > file.size() - offset)
+    if (offset < headerSize || offset > file.size() || size > file.size() - offset)
         return false;
     *span = {reinterpret_cast<const uint8_t *>(file.data()) + offset, size};
     return true;
