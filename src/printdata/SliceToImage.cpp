@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -16,11 +18,11 @@ namespace
 constexpr int maxRows = passRows * 12;
 constexpr int maxColumns = 32768;
 
-/// Truncated; 0 for what is no number or lies beyond an integer, for which the plain conversion is undefined.
+/// Truncated; the plain conversion is undefined for what is no number or lies beyond an integer.
 int truncated(float value)
 {
     constexpr float limit = 1 << 30;
-    return value > -limit && value < limit ? static_cast<int>(value) : 0;
+    return std::isnan(value) ? 0 : static_cast<int>(std::clamp(value, -limit, limit));
 }
 
 /// Width that a one-bit QImage really has: its rows are padded to 32 bits.
