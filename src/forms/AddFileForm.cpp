@@ -27,7 +27,7 @@ AddFileForm::AddFileForm() : ui(new Ui::AddFileForm), m_disk(noVolume)
 {
     ui->setupUi(this);
     setUpList(ui->tableView, &m_model, {80, 400, 40});
-    ui->pushButton_back->setIcon(pageIcon("back"));
+    ui->pushButton_back->setIcon(pageIcon("back", IconPlace::BeforeText));
     ui->pushButton_prepage->setIcon(pageIcon("previous"));
     ui->pushButton_nextpage->setIcon(pageIcon("next"));
     ui->pushButton_addfile->setIcon(darkIcon("add"));

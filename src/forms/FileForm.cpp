@@ -30,7 +30,7 @@ FileForm::FileForm() : ui(new Ui::FileForm)
     ui->toolButton_delfile->setIcon(pageIcon("delete"));
     ui->pushButton_prepage->setIcon(pageIcon("previous"));
     ui->pushButton_nextpage->setIcon(pageIcon("next"));
-    ui->pushButton_reprint->setIcon(pageIcon("reprint"));
+    ui->pushButton_reprint->setIcon(pageIcon("reprint", IconPlace::BeforeText));
     ui->pushButton_addfile->setIcon(darkIcon("add"));
     ui->pushButton_addfile->hide(); // until a disk comes
 }

@@ -126,7 +126,7 @@ void HomeForm::stopPrintSlots()
     sliceToImage()->closeProcess();
     fileForm()->refresh(true);
     m_angle = 0;
-    ui->label_Percent->clear();
+    ui->label_Percent->setText(QStringLiteral("0 %"));
 }
 
 /// A job that ended without saying so (refused at its start) would leave the page waiting for ever.
@@ -140,5 +140,5 @@ void HomeForm::on_pushButton_lock_clicked()
 {
     m_locked = m_locked ? 0 : 1;
     QtConcurrent::run(&m_boardCalls, ctlFrontDoor, quint8(m_locked));
-    ui->pushButton_lock->setIcon(pageIcon(m_locked ? "lock" : "unlock"));
+    ui->pushButton_lock->setIcon(pageIcon(m_locked ? "lock" : "unlock", IconPlace::BeforeText));
 }

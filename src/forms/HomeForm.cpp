@@ -62,9 +62,9 @@ HomeForm::~HomeForm() = default;
 
 void HomeForm::setUpButtons()
 {
-    ui->pushButton_lock->setIcon(pageIcon("unlock"));
-    ui->pushButton_warning->setIcon(pageIcon("warnings"));
-    ui->pushButton_printStop->setIcon(pageIcon("Stop"));
+    ui->pushButton_lock->setIcon(pageIcon("unlock", IconPlace::BeforeText));
+    ui->pushButton_warning->setIcon(pageIcon("warnings", IconPlace::BeforeText));
+    ui->pushButton_printStop->setIcon(pageIcon("Stop", IconPlace::BeforeText));
     setPrintIcon("Resume");
     ui->pushButton_printImage->setEnabled(true);
     ui->pushButton_printStop->setEnabled(false);

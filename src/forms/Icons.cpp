@@ -9,6 +9,7 @@ namespace
 const QColor quietColour(0x9a, 0xa5, 0xb1);
 const QColor textColour(0xee, 0xf2, 0xf6);
 const QColor darkColour(0x12, 0x16, 0x1b);
+constexpr int textGap = 8;
 constexpr qreal disabledOpacity = 0.4;
 
 QPixmap load(const QString &name)
@@ -22,6 +23,14 @@ QPixmap tint(QPixmap picture, const QColor &colour)
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(picture.rect(), colour);
     return picture;
+}
+
+QPixmap widened(const QPixmap &picture)
+{
+    QPixmap result(picture.width() + textGap, picture.height());
+    result.fill(Qt::transparent);
+    QPainter(&result).drawPixmap(0, 0, picture);
+    return result;
 }
 
 QPixmap faded(const QPixmap &picture)
@@ -42,10 +51,10 @@ void add(QIcon &icon, const QPixmap &picture, QIcon::State state)
 }
 } // namespace
 
-QIcon pageIcon(const QString &name)
+QIcon pageIcon(const QString &name, IconPlace place)
 {
     QIcon icon;
-    add(icon, load(name), QIcon::Off);
+    add(icon, place == IconPlace::Alone ? load(name) : widened(load(name)), QIcon::Off);
     return icon;
 }
 
@@ -60,6 +69,6 @@ QIcon choiceIcon(const QString &name)
 QIcon darkIcon(const QString &name)
 {
     QIcon icon;
-    add(icon, tint(load(name), darkColour), QIcon::Off);
+    add(icon, tint(widened(load(name)), darkColour), QIcon::Off);
     return icon;
 }

@@ -3,9 +3,12 @@
 
 #include <QIcon>
 
+/// Whether an icon stands alone on its button or keeps a gap to the text behind it.
+enum class IconPlace { Alone, BeforeText };
+
 /// ":icon/<name>.png", paler where its button is disabled.
-QIcon pageIcon(const QString &name);
+QIcon pageIcon(const QString &name, IconPlace place = IconPlace::Alone);
+/// The same in dark, for the buttons in the accent; they have a text.
+QIcon darkIcon(const QString &name);
 /// The same in the quiet colour until its button is checked.
 QIcon choiceIcon(const QString &name);
-/// The same in dark, for the buttons in the accent.
-QIcon darkIcon(const QString &name);

@@ -24,6 +24,9 @@ public:
     {
         QStyledItemDelegate::paint(painter, option, index);
         const QRect cell = option.rect;
+        const QIcon icon = index.data(Qt::DecorationRole).value<QIcon>();
+        if (!icon.isNull())
+            icon.paint(painter, cell);
         painter->fillRect(cell.left(), cell.bottom(), cell.width(), 1, lineColour);
         const auto *table = qobject_cast<const QTableView *>(option.widget);
         if (index.column() == 0 && option.state & QStyle::State_Selected && table)
@@ -35,12 +38,11 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, index);
         option->state &= ~QStyle::State_HasFocus;
-        if (option->icon.isNull())
+        if (index.data(Qt::DecorationRole).isNull())
             return;
         option->text.clear(); // the number behind an icon is for the program
-        option->decorationAlignment = Qt::AlignCenter;
-        option->decorationPosition = QStyleOptionViewItem::Top;
-        option->features &= ~QStyleOptionViewItem::HasDisplay;
+        option->icon = QIcon();
+        option->features &= ~(QStyleOptionViewItem::HasDisplay | QStyleOptionViewItem::HasDecoration);
     }
 };
 } // namespace
@@ -75,6 +77,7 @@ void setUpList(QTableView *table, QStandardItemModel *model, std::initializer_li
     table->setModel(model);
     table->setItemDelegate(new RowDelegate(table));
     table->horizontalHeader()->hide();
+    table->horizontalHeader()->setMinimumSectionSize(1); // the style's own would widen the narrow ones
     table->verticalHeader()->hide();
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
     table->setShowGrid(false);

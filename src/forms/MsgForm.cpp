@@ -18,17 +18,23 @@ struct MsgForm::Kind {
     int icon;
     const char *word;
     const char *image;
+
+    static const Kind all[3];
+};
+
+const MsgForm::Kind MsgForm::Kind::all[3] = {
+    {MessageIcon::information, QT_TRANSLATE_NOOP("MsgForm", "提示"),
+     "#label_backImage{background-image: url(:/icon/Information.png)}"},
+    {MessageIcon::warning, QT_TRANSLATE_NOOP("MsgForm", "警告"),
+     "#label_backImage{background-image: url(:/icon/Warning.png)}"},
+    {MessageIcon::critical, QT_TRANSLATE_NOOP("MsgForm", "错误"),
+     "#label_backImage{background-image: url(:/icon/Critical.png)}"},
 };
 
 namespace
 {
 constexpr quint32 faultBit = 0x80000000; // ids of faults that also belong in the program's log
 
-void setSheet(QWidget *widget, const QString &sheet)
-{
-    if (widget->styleSheet() != sheet) // each setting polishes anew, and progress comes often
-        widget->setStyleSheet(sheet);
-}
 /// `value` cut to an integer of a bar's range.
 int barValue(float value)
 {
@@ -97,10 +103,16 @@ void MsgForm::showKind(const Kind &kind)
 {
     m_word = tr(kind.word);
     ui->label_title->setText(m_word);
-    setSheet(ui->label_backImage, QString::fromLatin1(kind.image));
-    if (ui->frame_msg->property("icon") == kind.icon)
-        return;
-    ui->frame_msg->setProperty("icon", kind.icon); // the style sheet outlines an error
+    showImage(kind);
+}
+
+void MsgForm::showImage(const Kind &kind)
+{
+    const char *const property = "icon"; // the style sheet outlines warnings and errors
+    if (ui->frame_msg->property(property) == kind.icon)
+        return; // each setting polishes anew, and progress comes often
+    ui->label_backImage->setStyleSheet(QString::fromLatin1(kind.image));
+    ui->frame_msg->setProperty(property, kind.icon);
     ui->frame_msg->style()->unpolish(ui->frame_msg);
     ui->frame_msg->style()->polish(ui->frame_msg);
 }
@@ -138,14 +150,6 @@ void MsgForm::record(const QString &title, const QString &text) const
 
 bool MsgForm::showMessageForm(QString _title, QString info, int icon, int btn, QString key)
 {
-    static const Kind kinds[] = {
-        {MessageIcon::information, QT_TR_NOOP("提示"),
-         "#label_backImage{background-image: url(:/icon/Information.png)}"},
-        {MessageIcon::warning, QT_TR_NOOP("警告"),
-         "#label_backImage{background-image: url(:/icon/Warning.png)}"},
-        {MessageIcon::critical, QT_TR_NOOP("错误"),
-         "#label_backImage{background-image: url(:/icon/Critical.png)}"},
-    };
     if (!take(key))
         return false;
     if (btn == MessageButtons::dismiss) {
@@ -155,7 +159,7 @@ bool MsgForm::showMessageForm(QString _title, QString info, int icon, int btn, Q
     m_key = key;
     ui->progressBar->hide();
     const QString text = readInfo(info);
-    for (const Kind &kind : kinds)
+    for (const Kind &kind : Kind::all)
         if (kind.icon == icon)
             showKind(kind);
     if (icon == MessageIcon::information)
@@ -197,7 +201,7 @@ bool MsgForm::MessageFormProgress(QString title, QString text, float value, floa
     ui->progressBar->show();
     if (ui->progressBar->maximum() != barValue(maxval))
         ui->progressBar->setRange(0, barValue(maxval)); // setting it anew would empty the bar for a moment
-    setSheet(ui->label_backImage, QStringLiteral("#label_backImage{background-image: url(:/icon/Information.png)}"));
+    showImage(Kind::all[0]);
     bringUp();
     ui->progressBar->setValue(barValue(value)); // paints at once: a copy leaves no time for events
     return true;

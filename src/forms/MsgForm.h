@@ -50,6 +50,7 @@ private:
     void finish(int answer) PELORA_NO_ANALYSIS;
     void bringUp();
     void showKind(const Kind &kind);
+    void showImage(const Kind &kind);
     QString readInfo(const QString &info);
     void showButtons(int btn);
     void record(const QString &title, const QString &text) const;

@@ -1,0 +1,491 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="zh_CN">
+<context>
+    <name>AddFileForm</name>
+    <message>
+        <source>添加文件</source>
+        <translation>Add files</translation>
+    </message>
+    <message>
+        <source>点选要添加到打印队列的文件</source>
+        <translation>Touch the files to add to the print queue</translation>
+    </message>
+    <message>
+        <source>U盘中没有模型文件</source>
+        <translation>No model files on the USB disk</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Add</translation>
+    </message>
+</context>
+<context>
+    <name>BackgroundService</name>
+    <message>
+        <source>设置喷头参数异常，请重启</source>
+        <translation>Setting the head parameters failed, please restart</translation>
+    </message>
+    <message>
+        <source>检测到喷头异常(%1)，请尝试断电重启(检查 喷头控制板连接)</source>
+        <translation>Head fault found (%1), please switch off and on again (check the head board connection)</translation>
+    </message>
+</context>
+<context>
+    <name>EventHandler</name>
+    <message>
+        <source>该事件未发生</source>
+        <translation>This event has not occurred</translation>
+    </message>
+    <message>
+        <source>首次发生时间: </source>
+        <translation>First time: </translation>
+    </message>
+    <message>
+        <source>发生次数: %1</source>
+        <translation>Count: %1</translation>
+    </message>
+    <message>
+        <source>事件: %1</source>
+        <translation>Event: %1</translation>
+    </message>
+    <message>
+        <source> (当前值%1&gt;设定值%2) </source>
+        <translation> (value %1 &gt; set-point %2) </translation>
+    </message>
+    <message>
+        <source> (当前值%1&lt;设定值%2) </source>
+        <translation> (value %1 &lt; set-point %2) </translation>
+    </message>
+    <message>
+        <source>success</source>
+        <translation>success</translation>
+    </message>
+    <message>
+        <source>喷头%1液位异常，请断电重启</source>
+        <translation>Ink level of head %1 abnormal, please switch off and on again</translation>
+    </message>
+    <message>
+        <source>CAN 异常-%1 </source>
+        <translation>CAN fault - %1 </translation>
+    </message>
+    <message>
+        <source>更新第%1个墨瓶</source>
+        <translation>Bottle %1 replaced</translation>
+    </message>
+    <message>
+        <source>墨瓶%1放错位置</source>
+        <translation>Bottle %1 is in the wrong place</translation>
+    </message>
+    <message>
+        <source>卡片读取失败%1</source>
+        <translation>Card %1 could not be read</translation>
+    </message>
+    <message>
+        <source>卡片写入失败%1</source>
+        <translation>Card %1 could not be written</translation>
+    </message>
+    <message>
+        <source>整平棍异常 当前转速%1</source>
+        <translation>Leveller roller fault, present speed %1</translation>
+    </message>
+    <message>
+        <source>请关闭墨箱门，否则无法供墨</source>
+        <translation>Please close the ink box door, no wax can be fed otherwise</translation>
+    </message>
+    <message>
+        <source>墨栈光电状态异常</source>
+        <translation>Ink stack photo sensor abnormal</translation>
+    </message>
+    <message>
+        <source>气压恢复中(%1,%2,%3)</source>
+        <translation>Air pressure is recovering (%1,%2,%3)</translation>
+    </message>
+    <message>
+        <source>此模型(%1)不适用于当前机器(%2),是否继续打印</source>
+        <translation>This model (%1) does not suit this machine (%2). Print all the same?</translation>
+    </message>
+    <message>
+        <source>请稍后，加热中(保温-&gt;打印)</source>
+        <translation>Please wait, heating (keep-warm -&gt; printing)</translation>
+    </message>
+    <message>
+        <source>整平棍转速异常</source>
+        <translation>Leveller roller speed abnormal</translation>
+    </message>
+    <message>
+        <source>停止打印</source>
+        <translation>Printing stopped</translation>
+    </message>
+    <message>
+        <source>打印超时</source>
+        <translation>Printing timed out</translation>
+    </message>
+    <message>
+        <source>COM%1串口打开失败，请重启</source>
+        <translation>Serial port COM%1 could not be opened, please restart</translation>
+    </message>
+    <message>
+        <source>配置文件丢失</source>
+        <translation>Configuration file lost</translation>
+    </message>
+    <message>
+        <source>打印完成</source>
+        <translation>Printing finished</translation>
+    </message>
+    <message>
+        <source>打印失败</source>
+        <translation>Printing failed</translation>
+    </message>
+    <message>
+        <source>结构墨瓶空</source>
+        <translation>Structure bottle empty</translation>
+    </message>
+    <message>
+        <source>支撑墨瓶空</source>
+        <translation>Support bottle empty</translation>
+    </message>
+    <message>
+        <source>未检测到升级文件</source>
+        <translation>No update file found</translation>
+    </message>
+    <message>
+        <source>X 轴停止运动超时</source>
+        <translation>X axis did not stop in time</translation>
+    </message>
+    <message>
+        <source>Y 轴停止运动超时</source>
+        <translation>Y axis did not stop in time</translation>
+    </message>
+    <message>
+        <source>Z 轴停止运动超时</source>
+        <translation>Z axis did not stop in time</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度1</source>
+        <translation>Support ink tube temperature 1</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度2</source>
+        <translation>Support ink tube temperature 2</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度3</source>
+        <translation>Support ink tube temperature 3</translation>
+    </message>
+    <message>
+        <source>结构墨管温度1</source>
+        <translation>Structure ink tube temperature 1</translation>
+    </message>
+    <message>
+        <source>结构墨管温度2</source>
+        <translation>Structure ink tube temperature 2</translation>
+    </message>
+    <message>
+        <source>结构墨管温度3</source>
+        <translation>Structure ink tube temperature 3</translation>
+    </message>
+    <message>
+        <source>结构阀岛温度1</source>
+        <translation>Structure valve island temperature 1</translation>
+    </message>
+    <message>
+        <source>结构阀岛温度2</source>
+        <translation>Structure valve island temperature 2</translation>
+    </message>
+    <message>
+        <source>结构料桶温度1</source>
+        <translation>Structure tank temperature 1</translation>
+    </message>
+    <message>
+        <source>结构料桶温度2</source>
+        <translation>Structure tank temperature 2</translation>
+    </message>
+    <message>
+        <source>结构墨管输出控制阀温度</source>
+        <translation>Structure tube outlet valve temperature</translation>
+    </message>
+    <message>
+        <source>支撑阀岛温度1</source>
+        <translation>Support valve island temperature 1</translation>
+    </message>
+    <message>
+        <source>支撑阀岛温度2</source>
+        <translation>Support valve island temperature 2</translation>
+    </message>
+    <message>
+        <source>支撑料桶温度1</source>
+        <translation>Support tank temperature 1</translation>
+    </message>
+    <message>
+        <source>支撑料桶温度2</source>
+        <translation>Support tank temperature 2</translation>
+    </message>
+    <message>
+        <source>支撑墨管输出控制阀温度</source>
+        <translation>Support tube outlet valve temperature</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度1</source>
+        <translation>Head brass temperature 1</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度2</source>
+        <translation>Head brass temperature 2</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度3</source>
+        <translation>Head brass temperature 3</translation>
+    </message>
+    <message>
+        <source>整平辊温度</source>
+        <translation>Leveller roller temperature</translation>
+    </message>
+    <message>
+        <source>整平刮刀温度</source>
+        <translation>Leveller blade temperature</translation>
+    </message>
+    <message>
+        <source>整平腔废墨出口温度</source>
+        <translation>Leveller chamber waste outlet temperature</translation>
+    </message>
+    <message>
+        <source>废墨管温度</source>
+        <translation>Waste tube temperature</translation>
+    </message>
+    <message>
+        <source>喷头温度1</source>
+        <translation>Head temperature 1</translation>
+    </message>
+    <message>
+        <source>喷头温度2</source>
+        <translation>Head temperature 2</translation>
+    </message>
+    <message>
+        <source>喷头温度3</source>
+        <translation>Head temperature 3</translation>
+    </message>
+    <message>
+        <source>结构阀岛供墨失败</source>
+        <translation>Structure valve island feed failed</translation>
+    </message>
+    <message>
+        <source>支撑阀岛供墨失败</source>
+        <translation>Support valve island feed failed</translation>
+    </message>
+    <message>
+        <source>喷头供墨异常</source>
+        <translation>Head ink supply abnormal</translation>
+    </message>
+    <message>
+        <source>日常维护项目已过期,请打开维护页面查询!</source>
+        <translation>A maintenance item is overdue, please open the maintenance page!</translation>
+    </message>
+</context>
+<context>
+    <name>FileForm</name>
+    <message>
+        <source>打印队列</source>
+        <translation>Print queue</translation>
+    </message>
+    <message>
+        <source>等待打印</source>
+        <translation>Waiting</translation>
+    </message>
+    <message>
+        <source>已完成</source>
+        <translation>Finished</translation>
+    </message>
+    <message>
+        <source>已中止</source>
+        <translation>Aborted</translation>
+    </message>
+    <message>
+        <source>重打</source>
+        <translation>Reprint</translation>
+    </message>
+    <message>
+        <source>U盘添加</source>
+        <translation>From USB</translation>
+    </message>
+    <message>
+        <source>文件拷贝中</source>
+        <translation>Copying file</translation>
+    </message>
+    <message>
+        <source>从 %1 到 %2</source>
+        <translation>From %1 to %2</translation>
+    </message>
+</context>
+<context>
+    <name>HomeForm</name>
+    <message>
+        <source>预热中... ...</source>
+        <translation>Preheating ...</translation>
+    </message>
+    <message>
+        <source>进       度</source>
+        <translation>Progress</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Please choose a print file</translation>
+    </message>
+    <message>
+        <source>剩余时间</source>
+        <translation>Time left</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Structure wax</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Support wax</translation>
+    </message>
+    <message>
+        <source>开始打印时间</source>
+        <translation>Print start</translation>
+    </message>
+    <message>
+        <source>预计完成时间</source>
+        <translation>Expected end</translation>
+    </message>
+    <message>
+        <source>中止</source>
+        <translation>Abort</translation>
+    </message>
+    <message>
+        <source>前门</source>
+        <translation>Front door</translation>
+    </message>
+    <message>
+        <source>请移动到 非系统磁盘</source>
+        <translation>Please move the program to a disk that is not the system disk</translation>
+    </message>
+    <message>
+        <source>磁盘空间不足，总共: %1GB,已用: %2 GB 请及时清理模型</source>
+        <translation>Disk space is short. Total: %1 GB, used: %2 GB. Please clear out models soon</translation>
+    </message>
+    <message>
+        <source>暂停</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>继续</source>
+        <translation>Resume</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>Start printing</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>The platform is not in place</translation>
+    </message>
+    <message>
+        <source>平台是否为空?</source>
+        <translation>Is the platform empty?</translation>
+    </message>
+    <message>
+        <source>清空废料箱</source>
+        <translation>Empty the waste box</translation>
+    </message>
+    <message>
+        <source>是否中止打印</source>
+        <translation>Abort the print?</translation>
+    </message>
+    <message>
+        <source>打印中... ...</source>
+        <translation>Printing ...</translation>
+    </message>
+    <message>
+        <source>保温中... ...</source>
+        <translation>Keeping warm ...</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>产品型号：</source>
+        <translation>Product model: </translation>
+    </message>
+    <message>
+        <source>主页</source>
+        <translation>Home</translation>
+    </message>
+    <message>
+        <source>队列</source>
+        <translation>Queue</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>Material</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Tools</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Setup</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>供墨</source>
+        <translation>Ink feeding</translation>
+    </message>
+</context>
+<context>
+    <name>MsgForm</name>
+    <message>
+        <source>否</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>Notice</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>Error</translation>
+    </message>
+</context>
+<context>
+    <name>PrintService</name>
+    <message>
+        <source> 切片中请稍后 %1.%2..(%3)</source>
+        <translation> Slicing, please wait %1.%2..(%3)</translation>
+    </message>
+</context>
+<context>
+    <name>StartCheck</name>
+    <message>
+        <source>更新完成请核对一下版本号，当前版本为</source>
+        <translation>Update complete, please check the version number. The present version is</translation>
+    </message>
+    <message>
+        <source>请确保切片软件版本大于V1.3.2</source>
+        <translation>Please make sure that the slicer version is above V1.3.2</translation>
+    </message>
+</context>
+</TS>
