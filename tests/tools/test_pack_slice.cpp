@@ -33,6 +33,7 @@ class TestPackSlice : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase();
     void modelFile();
     void meshFormats_data();
     void meshFormats();
@@ -49,14 +50,22 @@ private slots:
 
 private:
     ToolRig m_rig;
+    QString m_table; ///< the table, packed with tableOptions
 };
+
+void TestPackSlice::initTestCase()
+{
+    m_rig.write("table.stl", table());
+    m_table = m_rig.model("table.stl", tableOptions);
+    QVERIFY(QFile::exists(m_rig.path(m_table)));
+}
 
 void TestPackSlice::modelFile()
 {
-    m_rig.write("table.stl", table());
+    m_rig.write("named.stl", table());
     const QString name = QString::fromUtf8("环 \"a\", b=c");
     const QByteArray file = m_rig.read(m_rig.model(
-        "table.stl", {"--name", name, "--wait-x", "50", "--machine-type", "Other", "--pass-cnt", "8"}));
+        "named.stl", {"--name", name, "--wait-x", "50", "--machine-type", "Other", "--pass-cnt", "8"}));
     QVERIFY(file.size() > 84);
     for (int offset : {16, 28}) {
         const QImage picture =
@@ -186,14 +195,13 @@ void TestPackSlice::areas()
 
 void TestPackSlice::supportUnderOverhang()
 {
-    m_rig.write("table.stl", table());
-    QCOMPARE(m_rig.slice(m_rig.model("table.stl", tableOptions), "table").code, 0);
+    QCOMPARE(m_rig.slice(m_table, "table").code, 0);
     // The part is 6 mm wide, in the middle of columns 20 to 419: 142 columns, from 149.1 to 290.9.
     constexpr int left = 149, middle = 243, right = 290, row = 200;
     for (int layer = 1; layer <= tableLayers; ++layer) {
         const QImage structure = m_rig.layer("table", 'm', layer, width, rows);
         const QImage support = m_rig.layer("table", 's', layer, width, rows);
-        const auto name = qPrintable(QString("layer %1").arg(layer));
+        const QByteArray name = "layer " + QByteArray::number(layer);
         const bool raft = layer <= 2, foot = layer <= 17;
         QVERIFY2(structure.pixelIndex(left + 1, row) == (raft ? 0 : 1), name);
         QVERIFY2(support.pixelIndex(left + 1, row) == (raft ? 1 : 0), name);
@@ -239,11 +247,10 @@ void TestPackSlice::cavityAndOverlap()
 
 void TestPackSlice::sameBytesEachTime()
 {
-    m_rig.write("table.stl", table());
-    const QByteArray first = m_rig.read(m_rig.model("table.stl", tableOptions));
+    const QByteArray first = m_rig.read(m_table);
     QCOMPARE(m_rig.read(m_rig.model("table.stl", tableOptions)), first);
     for (const char *folder : {"once", "twice"})
-        QCOMPARE(m_rig.slice("table.stl.tzl", folder).code, 0);
+        QCOMPARE(m_rig.slice(m_table, folder).code, 0);
     const QStringList names = QDir(m_rig.path("once")).entryList(QDir::Files);
     QCOMPARE(names.size(), 2 * tableLayers);
     for (const QString &name : names)
@@ -252,8 +259,7 @@ void TestPackSlice::sameBytesEachTime()
 
 void TestPackSlice::lines()
 {
-    m_rig.write("table.stl", table());
-    const ToolRun run = m_rig.slice(m_rig.model("table.stl", tableOptions), "lines");
+    const ToolRun run = m_rig.slice(m_table, "lines");
     float progress = 0;
     int layer = -1, of = 0;
     for (const QByteArray &line : run.out.split('\n')) {
@@ -279,19 +285,17 @@ void TestPackSlice::lines()
 
 void TestPackSlice::faults()
 {
-    m_rig.write("table.stl", table());
-    const QString model = m_rig.model("table.stl", tableOptions);
     const auto has = [&](const QString &file) { return QFile::exists(m_rig.path(file)); };
-    const ToolRun died = m_rig.slice(model, "die", "die:9");
+    const ToolRun died = m_rig.slice(m_table, "die", "die:9");
     QVERIFY(died.code == 3 && died.out.endsWith("slice: 8/27\n"));
     QVERIFY(has("die/slice_s8") && !has("die/slice_m9") && !has("die/slice_s9"));
 
-    QCOMPARE(m_rig.slice(model, "damage", "damage:5").code, 0);
+    QCOMPARE(m_rig.slice(m_table, "damage", "damage:5").code, 0);
     for (int layer = 1; layer <= tableLayers; ++layer) {
         QCOMPARE(m_rig.layer("damage", 'm', layer, width, rows).isNull(), layer == 5);
         QVERIFY(!m_rig.layer("damage", 's', layer, width, rows).isNull());
     }
-    const ToolRun rubbish = m_rig.slice(model, "rubbish", "rubbish");
+    const ToolRun rubbish = m_rig.slice(m_table, "rubbish", "rubbish");
     QVERIFY(rubbish.code == 0 && rubbish.out.endsWith("\nslice: 27/27\n") &&
             rubbish.out.contains("slice: ?"));
 
@@ -299,14 +303,14 @@ void TestPackSlice::faults()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("PELORA_SLICER_FAULT", "stall:9");
     stalled.setProcessEnvironment(environment);
-    stalled.start(LAMOREL, {"-X", m_rig.path(model), "-O", m_rig.path("stall")});
+    stalled.start(LAMOREL, {"-X", m_rig.path(m_table), "-O", m_rig.path("stall")});
     QByteArray out;
     QTRY_VERIFY((out += stalled.readAll()).contains("slice: 8/27"));
     QVERIFY(!stalled.waitForFinished(200) && !has("stall/slice_m9"));
     stalled.kill();
     QVERIFY(stalled.waitForFinished());
 
-    QVERIFY(m_rig.slice(model, "unknown", "explode").err.contains("no such fault"));
+    QVERIFY(m_rig.slice(m_table, "unknown", "explode").err.contains("no such fault"));
 }
 
 void TestPackSlice::damagedModels_data()
@@ -333,8 +337,7 @@ void TestPackSlice::damagedModels()
     QFETCH(int, offset);
     QFETCH(QByteArray, bytes);
     QFETCH(int, length);
-    m_rig.write("table.stl", table());
-    QByteArray file = m_rig.read(m_rig.model("table.stl", tableOptions));
+    QByteArray file = m_rig.read(m_table);
     file.replace(offset, bytes.size(), bytes);
     m_rig.write("damaged.tzl", length == -2   ? file
                                : length == -1 ? file.left(file.size() - 1)
