@@ -160,6 +160,11 @@ QList<QVariantMap> TestPrinter::query(const QString &statement)
 
 QString TestPrinter::log() const
 {
-    QFile file(m_folder.path() + "/.PeloraTemp/log/pelora.log");
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    QString all;
+    for (const char *name : {"pelora.log", "event.csv"}) {
+        QFile file(m_folder.path() + "/.PeloraTemp/log/" + name);
+        if (file.open(QIODevice::ReadOnly))
+            all += QString::fromUtf8(file.readAll());
+    }
+    return all;
 }

@@ -35,6 +35,7 @@ public:
     bool configure(const QString &file, const QVariantMap &values);
     /// Rows of a query on the program's database.
     QList<QVariantMap> query(const QString &statement);
+    /// pelora.log and event.csv.
     QString log() const;
     QString error() const { return m_rig ? m_rig->error() : m_error; }
 

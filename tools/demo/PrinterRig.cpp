@@ -88,8 +88,9 @@ bool PrinterRig::startProduct()
         return fail("the program did not start: " + m_product.errorString());
     if (!m_operator.connectTo(m_operatorSocket, startLimitMs))
         return fail("the operator cannot reach the program");
-    return waitFor([this] { return state("pushButton_fileList").value("visible").toBool(); }, startLimitMs) ||
-           fail("the window did not appear");
+    // A message may cover the window from the start.
+    const auto shown = [this] { return state("pushButton_fileList")["visible"].toBool() || !message().isEmpty(); };
+    return waitFor(shown, startLimitMs) || fail("the window did not appear");
 }
 
 bool PrinterRig::stopProduct()
