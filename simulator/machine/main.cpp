@@ -1,7 +1,7 @@
 #include "PeloraMachine.h"
 
 #include <QCommandLineParser>
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QSocketNotifier>
 #include <csignal>
@@ -47,7 +47,7 @@ bool readOptions(const QCoreApplication &app, MachineOptions *options)
                        {"report", "Writes the JSON report here at the end.", "file"},
                        {"parts", "Writes pictures and passes.bin here at the end.", "folder"},
                        {"layers", "Layers to picture, as 1,50,100.", "list"},
-                       {"stated-sleep-ms", "Sleeps stated for one gap between two sweeps.", "ms"},
+                       {"stated-sleep-ms", "Sleeps stated for one gap between two sweeps (90).", "ms"},
                        {"encoder", "Counts per inch of the X encoder: 25400 or 1200.", "counts", "25400"},
                        {"seed", "Seed of the noise.", "number", "1"},
                        {"bridge", "Link to the bridge's port.", "path"},
@@ -79,9 +79,8 @@ bool readOptions(const QCoreApplication &app, MachineOptions *options)
 
 int main(int argc, char **argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures are drawn, nothing is shown
-    QGuiApplication app(argc, argv);
+    qputenv("QT_NO_GLIB", "1"); // the plain event loop answers sooner
+    QCoreApplication app(argc, argv);
     MachineOptions options;
     if (!readOptions(app, &options)) {
         std::fprintf(stderr, "usage: pelora-machine --install DIR [options]; see --help\n");
