@@ -49,7 +49,8 @@ void AddFileForm::uDiskChange(uint8_t code)
 
 QString AddFileForm::diskFolder() const
 {
-    return m_disk == noVolume ? QString() : volumePath(QStringLiteral("%1:\\").arg(QLatin1Char(char(m_disk))));
+    return m_disk == noVolume ? QString()
+                              : volumePath(QStringLiteral("%1:\\").arg(QLatin1Char(char(m_disk))));
 }
 
 void AddFileForm::listFiles()

@@ -96,7 +96,8 @@ bool HomeForm::startJob()
         if (!execMessageForm(question, MessageIcon::information, MessageButtons::yesNo, QString()))
             return false;
     if (!sliceToImage()->waitForStarted() || !sliceToImage()->isRunning()) {
-        showMessageForm(0u, QStringLiteral("切片失败"), MessageIcon::critical, MessageButtons::close, QString());
+        showMessageForm(0u, QStringLiteral("切片失败"), MessageIcon::critical, MessageButtons::close,
+                        QString());
         return false;
     }
     ui->pushButton_printStop->setEnabled(true);
@@ -111,7 +112,7 @@ void HomeForm::on_pushButton_printStop_clicked()
         !execMessageForm(tr("是否中止打印"), MessageIcon::warning, MessageButtons::yesNo, QString()))
         return;
     if (xdmControl()->getPrintStatus() == PrintStatusIdle)
-        return; // the job came to its end while the question was open
+        return;                           // the job came to its end while the question was open
     mainWindow()->setPagesEnabled(false); // until the job's thread has wound down
     xdmControl()->setPrintStatus(PrintStatusIdle);
 }

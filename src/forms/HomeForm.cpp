@@ -24,7 +24,7 @@ namespace
 {
 constexpr int refreshPeriodMs = 5000;
 constexpr int pictureSize = 174;
-constexpr qreal pictureRadius = 97; ///< the picture's corners stay clear of the ring
+constexpr qreal pictureRadius = 97;       ///< the picture's corners stay clear of the ring
 constexpr quint32 fullBottleGrams = 3600; ///< when no card tells
 const QRectF ringRect(67.5, 128.5, 218, 218);
 constexpr int ringWidth = 16;
@@ -35,7 +35,9 @@ const QColor troughColour(0x2b, 0x33, 0x3d);
 QString hoursAndMinutes(int seconds)
 {
     const int minutes = qMax(0, seconds) / 60;
-    return QStringLiteral("%1:%2").arg(minutes / 60, 2, 10, QLatin1Char('0')).arg(minutes % 60, 2, 10, QLatin1Char('0'));
+    return QStringLiteral("%1:%2")
+        .arg(minutes / 60, 2, 10, QLatin1Char('0'))
+        .arg(minutes % 60, 2, 10, QLatin1Char('0'));
 }
 } // namespace
 
@@ -51,7 +53,8 @@ HomeForm::HomeForm() : ui(new Ui::HomeForm)
     setUpButtons();
     connect(&m_timer, &QTimer::timeout, this, &HomeForm::msecEvent);
     connect(xdmControl(), &PrintService::stopPrintSignals, this, &HomeForm::stopPrintSlots);
-    connect(xdmControl(), &PrintService::pausePrintSingals, this, &HomeForm::on_pushButton_printImage_clicked);
+    connect(xdmControl(), &PrintService::pausePrintSingals, this,
+            &HomeForm::on_pushButton_printImage_clicked);
     connect(xdmControl(), &QThread::finished, this, &HomeForm::jobThreadFinished);
     m_timer.start(refreshPeriodMs);
     ui->frame->installEventFilter(this);
@@ -79,8 +82,9 @@ void HomeForm::showStatus()
         if (mode >= 0 && mode < 3)
             ui->label_status->setText(texts[mode]);
     });
-    connect(EventHandler::instance(), &EventHandler::eventsChanged, this,
-            [this] { ui->pushButton_warning->setText(QString::number(EventHandler::activeEvents().size())); });
+    connect(EventHandler::instance(), &EventHandler::eventsChanged, this, [this] {
+        ui->pushButton_warning->setText(QString::number(EventHandler::activeEvents().size()));
+    });
 }
 
 void HomeForm::msecEvent()
@@ -95,14 +99,20 @@ void HomeForm::msecEvent()
     update();
 }
 
-void HomeForm::showBottle(QProgressBar *bar, QLabel *label, const CardInfo &bottle)
+BottleBar bottleBar(const CardInfo &bottle)
 {
-    const int total = int(bottle.weight ? bottle.weight : fullBottleGrams);
-    int rest = int(bottle.rest_weight);
+    const quint32 total = bottle.weight ? bottle.weight : fullBottleGrams;
+    quint32 rest = bottle.rest_weight;
     if (rest != 0)
         rest = qMax(rest, total / 100); // a small rest stays visible
-    bar->setRange(0, total);
-    bar->setValue(qMin(rest, total));
+    return {int(total), int(qMin(rest, total))};
+}
+
+void HomeForm::showBottle(QProgressBar *bar, QLabel *label, const CardInfo &bottle)
+{
+    const BottleBar range = bottleBar(bottle);
+    bar->setRange(0, range.maximum);
+    bar->setValue(range.value);
     label->setText(QStringLiteral("%1 g").arg(bottle.rest_weight));
 }
 

@@ -13,7 +13,6 @@ namespace Ui
 {
 class HomeForm;
 }
-struct Bottles;
 class QJsonObject;
 class QLabel;
 class QProgressBar;
@@ -26,6 +25,13 @@ struct DiskVerdict {
 };
 /// `root` is the beginning of the program's path. Only prints when there is room for the layers.
 DiskVerdict judgeDisk(const QString &root, const DiskSpace &space);
+
+/// A bottle as its bar shows it, in grams.
+struct BottleBar {
+    int maximum = 0;
+    int value = 0;
+};
+BottleBar bottleBar(const CardInfo &bottle);
 
 /// GUI thread.
 class HomeForm : public QWidget, public IMsgForm

@@ -19,7 +19,8 @@ public:
     virtual bool showMessageForm(quint32 id, QString text, int icon, int buttons, QString key);
     virtual void closeMessageForm();
 
-    /// Shows or updates a progress bar under this form's own key; false when the form belongs to someone else.
+    /// Shows or updates a progress bar under this form's own key; false when the form belongs to someone
+    /// else.
     bool showProgress(QString title, QString text, float value, float maxval);
 
 protected:

@@ -30,7 +30,8 @@ public:
         painter->fillRect(cell.left(), cell.bottom(), cell.width(), 1, lineColour);
         const auto *table = qobject_cast<const QTableView *>(option.widget);
         if (index.column() == 0 && option.state & QStyle::State_Selected && table)
-            painter->fillRect(qMax(cell.left(), -table->x()), cell.top(), markWidth, cell.height(), markColour);
+            painter->fillRect(qMax(cell.left(), -table->x()), cell.top(), markWidth, cell.height(),
+                              markColour);
     }
 
 protected:

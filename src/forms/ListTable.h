@@ -1,6 +1,6 @@
 #pragma once
-// The list of the queue pages: rows for a gloved finger, seven to a page, and the "1/2" label that is the only
-// memory of the page shown. GUI thread.
+// The list of the queue pages: rows for a gloved finger, seven to a page, and the "1/2" label that is the
+// only memory of the page shown. GUI thread.
 
 #include <QString>
 #include <initializer_list>

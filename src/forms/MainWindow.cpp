@@ -98,18 +98,21 @@ void MainWindow::startServices()
 {
     const auto show = qOverload<QString, QString, int, int, QString>(&MsgForm::showMessageForm);
     connect(xdmControl(), &PrintService::MessageFormShowSig, msgForm(), show, Qt::BlockingQueuedConnection);
-    connect(backgroundService(), &BackgroundService::MessageFormShowSig, msgForm(), show, Qt::BlockingQueuedConnection);
+    connect(backgroundService(), &BackgroundService::MessageFormShowSig, msgForm(), show,
+            Qt::BlockingQueuedConnection);
     backgroundService()->start();
 }
 
 void MainWindow::watchVolumes()
 {
     connect(&m_volumes, &VolumeWatcher::arrived, this, [this](quint8 letter) {
-        qDebug() << "MainWindow::nativeEventFilter" << "u disk come";
+        qDebug() << "MainWindow::nativeEventFilter"
+                 << "u disk come";
         emit sigUDiskChange(letter);
     });
     connect(&m_volumes, &VolumeWatcher::removed, this, [this] {
-        qDebug() << "MainWindow::nativeEventFilter" << "u disk remove";
+        qDebug() << "MainWindow::nativeEventFilter"
+                 << "u disk remove";
         emit sigUDiskChange(noVolume);
     });
     connect(&m_volumes, &VolumeWatcher::otherChange, this, [] { qDebug() << "USB_change"; });

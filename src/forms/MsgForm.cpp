@@ -61,8 +61,8 @@ MsgForm::~MsgForm()
     setMessageWaiter(nullptr);
 }
 
-/// True when the form is the key's: taken now, or its own already. A worker holds the mutex only for the moment
-/// of reading an answer, so the lock does not wait for the operator.
+/// True when the form is the key's: taken now, or its own already. A worker holds the mutex only for the
+/// moment of reading an answer, so the lock does not wait for the operator.
 bool MsgForm::take(const QString &key)
 {
     if (m_taken && key != m_key)
@@ -86,7 +86,8 @@ void MsgForm::finish(int answer)
 
 int MsgForm::waitMessageForm()
 {
-    QMetaObject::invokeMethod(this, [this] { setEnabled(true); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { setEnabled(true); }, Qt::QueuedConnection);
     QCoreApplication::processEvents();
     MutexLock untilClosed(m_mutex);
     return m_result;

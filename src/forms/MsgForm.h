@@ -13,8 +13,8 @@ namespace Ui
 class MsgForm;
 }
 
-/// A child of the main window in its full size: raised to show, lowered to hide, so that nothing under it can be
-/// touched meanwhile. GUI thread, except waitMessageForm().
+/// A child of the main window in its full size: raised to show, lowered to hide, so that nothing under it can
+/// be touched meanwhile. GUI thread, except waitMessageForm().
 class MsgForm : public QWidget, public IMsgForm
 {
     Q_OBJECT

@@ -12,7 +12,7 @@ namespace
 {
 const QString slicerTool = QStringLiteral("Lamorel/lamorel.exe");
 const QString neededSlicer = QStringLiteral("Lamorel vesion: 1.3.2"); // the tool's own spelling
-constexpr int answerLimitMs = 60000; // half to start, half to answer
+constexpr int answerLimitMs = 60000;                                  // half to start, half to answer
 
 QString headLibraryVersion()
 {
@@ -42,14 +42,15 @@ StartCheck::StartCheck(IMsgForm *form, QObject *parent) : QObject(parent), m_for
 {
     m_limit.setSingleShot(true);
     connect(&m_limit, &QTimer::timeout, &m_slicer, &QProcess::kill);
-    connect(&m_slicer, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, &StartCheck::slicerAnswered);
+    connect(&m_slicer, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            &StartCheck::slicerAnswered);
     connect(&m_slicer, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) // every other error ends in finished()
             slicerAnswered();
     });
     connect(&m_headLibrary, &QFutureWatcher<QString>::finished, this, [this] {
-        tell(tr("更新完成请核对一下版本号，当前版本为") + QLatin1Char('\n') + programVersion() + QLatin1Char('\n') +
-                 m_headLibrary.result(),
+        tell(tr("更新完成请核对一下版本号，当前版本为") + QLatin1Char('\n') + programVersion() +
+                 QLatin1Char('\n') + m_headLibrary.result(),
              MessageIcon::information);
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
-// What is checked once the window is on screen: the slicer's version, and whether an update has just been made.
+// What is checked once the window is on screen: the slicer's version, and whether an update has just been
+// made.
 
 #include <QFutureWatcher>
 #include <QProcess>

@@ -87,5 +87,6 @@ void WrapLabel::paintEvent(QPaintEvent *)
         return;
     const QString rest = fontMetrics().elidedText(whole.mid(end.textStart()), Qt::ElideRight, area.width());
     const QRectF row(area.left(), y + end.y(), area.width(), end.height());
-    painter.drawText(row, int(alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter | Qt::TextSingleLine, rest);
+    painter.drawText(row, int(alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter | Qt::TextSingleLine,
+                     rest);
 }

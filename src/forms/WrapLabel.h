@@ -1,6 +1,6 @@
 #pragma once
-// A label for texts that come from outside: it breaks words that are too long for a line, and ends in dots when
-// the text is too long for the label. text() stays the whole text.
+// A label for texts that come from outside: it breaks words that are too long for a line, and ends in dots
+// when the text is too long for the label. text() stays the whole text.
 
 #include <QLabel>
 

@@ -10,6 +10,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -19,6 +20,8 @@
 
 namespace
 {
+constexpr int platformCommand = 0x71;
+
 /// Opens what a job keeps from others.
 struct OpenJob : XdmControl {
     using XdmControl::setState;
@@ -31,10 +34,19 @@ FormRig::FormRig()
     writeFile("Lamorel/lamorel.exe", "#!/bin/sh\nif [ \"$1\" = -V ]; then echo 'Lamorel vesion: 1.4.0'; "
                                      "else exec sleep 600; fi\n");
     QFile::setPermissions("Lamorel/lamorel.exe", QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
-    m_install.setPlatform({{"MediaFolder", m_install.parent() + "/media"},
-                           {"DiskTotalGB", 500},
-                           {"DiskAvailableGB", 400}});
+    m_install.setPlatform({{"MediaFolder", m_install.parent() + "/media"}, {"COM16", bridge.path()}});
+    setDiskSpace(400);
     createSchema(sqliteUtil());
+}
+
+void FormRig::setDiskSpace(double availableGB)
+{
+    m_install.setPlatform({{"DiskTotalGB", 500}, {"DiskAvailableGB", availableGB}});
+}
+
+void FormRig::setPlatformInPlace(bool inPlace)
+{
+    bridge.setBytes(2, platformCommand, {{2, inPlace}, {3, inPlace}});
 }
 
 QByteArray FormRig::modelBytes(int printTime, const QImage &picture)
@@ -44,10 +56,10 @@ QByteArray FormRig::modelBytes(int printTime, const QImage &picture)
         QBuffer buffer(&image);
         picture.save(&buffer, "PNG");
     }
-    const QByteArray settings = "[General]\nmachineType=Pelora620\nlayerCnt=480\nprintTime=" +
-                                QByteArray::number(printTime) +
-                                "\nlayerHeight=0.03\ndpiX=1200\ndpiY=1200\npixelsX=64\npixelsY=64\n"
-                                "extraBlankPixel=0\npassCnt=4\nmodelMaterialName=WAX\nPrintModeName=fine\n";
+    const QByteArray settings =
+        "[General]\nmachineType=Pelora620\nlayerCnt=480\nprintTime=" + QByteArray::number(printTime) +
+        "\nlayerHeight=0.03\ndpiX=1200\ndpiY=1200\npixelsX=64\npixelsY=64\n"
+        "extraBlankPixel=0\npassCnt=4\nmodelMaterialName=WAX\nPrintModeName=fine\n";
     QByteArray bytes(84, '\0');
     const auto put = [&](int at, quint64 offset, quint64 length, bool wide) {
         qToLittleEndian<quint64>(offset, bytes.data() + at);
@@ -86,17 +98,21 @@ MainWindow *FormRig::showWindow()
     return window;
 }
 
-void FormRig::clickLater(const QString &name)
+QString FormRig::message()
+{
+    return msgForm()->isTaken() ? msgForm()->findChild<QLabel *>("label_text")->text() : QString();
+}
+
+void FormRig::answerLater(const QString &button, const QString &text)
 {
     auto *timer = new QTimer(qApp);
     QObject::connect(timer, &QTimer::timeout, timer, [=] {
-        auto *button = find<QPushButton>(name);
-        if (!button || !button->isVisible() || !button->isEnabled() ||
-            (msgForm()->isAncestorOf(button) && !msgForm()->isTaken()))
+        auto *pressed = msgForm()->findChild<QPushButton *>(button);
+        if (message().isNull() || (!text.isEmpty() && message() != text) || !pressed->isVisible())
             return;
         timer->stop();
         timer->deleteLater();
-        button->click();
+        pressed->click();
     });
     timer->start(5);
 }

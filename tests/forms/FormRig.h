@@ -1,8 +1,9 @@
 #pragma once
-// An installation folder for tests of pages: models for the queue, a slicer that tells a good version, and the
-// main window without the services' alarms.
+// An installation folder for tests of pages: models for the queue, a slicer that tells a good version, and
+// the main window without the services' alarms.
 
 #include "forms/MainWindow.h"
+#include "tests/support/FakeBridge.h"
 #include "tests/support/TestInstall.h"
 
 #include <QImage>
@@ -14,7 +15,12 @@ class FormRig
 public:
     FormRig();
 
-    /// Bytes of a model file with these settings and picture; the settings say what the list and home page show.
+    FakeBridge bridge; ///< the boards, when the main window's services have opened it
+    /// What the disk of the program has left, of 500 GB.
+    void setDiskSpace(double availableGB);
+    void setPlatformInPlace(bool inPlace);
+    /// Bytes of a model file with these settings and picture; the settings say what the list and home page
+    /// show.
     static QByteArray modelBytes(int printTime, const QImage &picture = {});
     /// Puts a model into the queue's folder and the queue.
     static void addModel(const QString &name, int printTime = 9300, const QImage &picture = {});
@@ -32,8 +38,10 @@ public:
                 return widget;
         return all.isEmpty() ? nullptr : all.first();
     }
-    /// Presses a named button as soon as the event loop runs, when it can be pressed.
-    static void clickLater(const QString &name);
+    /// Presses a button of the message form once the event loop runs and the form shows this text, or any.
+    static void answerLater(const QString &button, const QString &text = {});
+    /// The text of the message on screen; null when there is none.
+    static QString message();
     /// Sets a value of the running job's public state.
     static void setJobState(const QString &key, const QJsonValue &value);
 

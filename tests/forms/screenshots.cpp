@@ -82,8 +82,8 @@ void messages()
     show("message-information", 0x14, event(0x14), MessageIcon::information, MessageButtons::close);
     show("message-warning", 0x16, event(0x16), MessageIcon::warning, MessageButtons::close);
     show("message-error", 0x10, event(0x10), MessageIcon::critical, MessageButtons::close);
-    show("message-question", 0x13, event(0x13).arg("filigree-ring-17mm.tzl", "Pelora620"), MessageIcon::critical,
-         MessageButtons::yesNo);
+    show("message-question", 0x13, event(0x13).arg("filigree-ring-17mm.tzl", "Pelora620"),
+         MessageIcon::critical, MessageButtons::yesNo);
     mainWindow()->showProgress(QCoreApplication::translate("FileForm", "文件拷贝中"),
                                QCoreApplication::translate("FileForm", "从 %1 到 %2")
                                    .arg("/media/disk/filigree-ring-17mm.tzl", "model/filigree-ring-17mm.tzl"),
@@ -102,9 +102,14 @@ int main(int argc, char **argv)
     if (arguments.size() > 2 && translator.load(QFileInfo(arguments.at(2)).absoluteFilePath()))
         QCoreApplication::installTranslator(&translator);
     FormRig rig;
-    const QStringList names = {"calibration-pins.tzl",   "bracelet-link-x24.tzl", "impeller-88.tzl",
-                               "signet-oval.tzl",        "珍珠吊坠-v3.tzl",       "crown-bridge-4u.tzl",
-                               "a-very-long-name-of-a-part-from-the-office.tzl", "filigree-ring-17mm.tzl"};
+    const QStringList names = {"calibration-pins.tzl",
+                               "bracelet-link-x24.tzl",
+                               "impeller-88.tzl",
+                               "signet-oval.tzl",
+                               "珍珠吊坠-v3.tzl",
+                               "crown-bridge-4u.tzl",
+                               "a-very-long-name-of-a-part-from-the-office.tzl",
+                               "filigree-ring-17mm.tzl"};
     for (const QString &name : names)
         FormRig::addModel(name, 9300, ringPicture());
     rig.plugDisk(names.mid(1) + QStringList{"cuff-links.tzl", "chain-110.tzl"});
