@@ -4,58 +4,37 @@
 #include "support/LogCapture.h"
 #include "support/TestInstall.h"
 
-#include <QBuffer>
 #include <QByteArray>
-#include <QImage>
 #include <QtEndian>
 
-inline void put32(QByteArray *bytes, int at, qint32 value)
+inline QByteArray with32(QByteArray bytes, int at, quint32 value)
 {
-    qToLittleEndian(value, bytes->data() + at);
-}
-inline void put64(QByteArray *bytes, int at, quint64 value)
-{
-    qToLittleEndian(value, bytes->data() + at);
+    qToLittleEndian(value, bytes.data() + at);
+    return bytes;
 }
 
-/// A picture of one colour with a black corner.
-inline QByteArray png(int width, int height, QRgb colour)
+inline QByteArray with64(QByteArray bytes, int at, quint64 value)
 {
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(colour);
-    for (int i = 0; i < 16; ++i)
-        image.setPixel(i % 4, i / 4, qRgb(0, 0, 0));
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    image.save(&buffer, "PNG");
+    qToLittleEndian(value, bytes.data() + at);
     return bytes;
 }
 
 /// Header, settings, icon, preview.
-inline QByteArray modelBytes(const QByteArray &settings, const QByteArray &icon = {},
-                             const QByteArray &preview = {})
+inline QByteArray modelBytes(const QByteArray &text, const QByteArray &icon = {}, const QByteArray &view = {})
 {
-    QByteArray header(84, '\x5a');
-    put64(&header, 52, 84);
-    put64(&header, 60, quint64(settings.size()));
-    put64(&header, 16, quint64(84 + settings.size()));
-    put32(&header, 24, icon.size());
-    put64(&header, 28, quint64(84 + settings.size() + icon.size()));
-    put32(&header, 36, preview.size());
-    return header + settings + icon + preview;
+    const quint32 iconAt = quint32(84 + text.size());
+    QByteArray header = with64(with64(QByteArray(84, '\x5a'), 52, 84), 60, quint64(text.size()));
+    header = with32(with64(header, 16, iconAt), 24, quint32(icon.size()));
+    header = with32(with64(header, 28, iconAt + quint32(icon.size())), 36, quint32(view.size()));
+    return header + text + icon + view;
 }
 
-/// Settings of a picture of `pixels` plus two blank margins.
-inline QByteArray pictureSettings(int pixelsX, int pixelsY, int blank, int passCnt)
+/// Settings of a picture of `x` and two blank margins by `y` pixels.
+inline QByteArray pictureSettings(int x, int y, int blank, int passCnt)
 {
-    return QString("layerHeight=0.02\ndpiX=600\ndpiY=601.5\nextraBlankPixel=%1\npixelsX=%2\npixelsY=%"
-                   "3\npassCnt=%4\n"
-                   "modelMaterial=12.5\nsupportMaterial=3\n")
-        .arg(blank)
-        .arg(pixelsX)
-        .arg(pixelsY)
-        .arg(passCnt)
-        .toUtf8();
+    const char *text = "layerHeight=0.02\ndpiX=600\ndpiY=601.5\nmodelMaterial=12.5\nsupportMaterial=3\n"
+                       "pixelsX=%d\npixelsY=%d\nextraBlankPixel=%d\npassCnt=%d\n";
+    return QString::asprintf(text, x, y, blank, passCnt).toUtf8();
 }
 
 /// A zlib stream; qCompress puts 4 bytes of length before it.
@@ -68,14 +47,6 @@ inline QByteArray packed(const QByteArray &bytes)
 inline QByteArray layerAround(const QByteArray &inner)
 {
     const QByteArray outer = packed(inner);
-    QByteArray head(20, '\x5a');
-    put32(&head, 12, outer.size());
-    put32(&head, 16, inner.size());
-    return head + outer;
-}
-
-/// The layer file of a picture's rows, which go in bottom row first.
-inline QByteArray layerBytes(const QByteArray &rowsBottomFirst)
-{
-    return layerAround(packed(rowsBottomFirst));
+    return with32(with32(QByteArray(20, '\x5a'), 12, quint32(outer.size())), 16, quint32(inner.size())) +
+           outer;
 }
