@@ -85,8 +85,9 @@ void TestPrint::damagedLayerIsPrintedAsItsPredecessor()
 {
     TestPrinter printer;
     QVERIFY(printer.makeModel("bar.tzl", {"--layer-height", "0.1"}));
-    QVERIFY2(printer.start({"PELORA_SLICER_FAULT=damage:3"}), qPrintable(printer.error()));
-    finish(printer, "bar.tzl", 3);
+    // Where the bar's lid begins, so that the layer differs from the one before.
+    QVERIFY2(printer.start({"PELORA_SLICER_FAULT=damage:9"}), qPrintable(printer.error()));
+    finish(printer, "bar.tzl", 9);
 }
 
 QTEST_GUILESS_MAIN(TestPrint)
