@@ -15,6 +15,7 @@ public:
     /// Connects to the socket named by "HeadsSocket" in config/Platform.json of the working directory. False
     /// when there is none: then there are no boards.
     bool connect();
+    bool connected() const { return m_socket >= 0; }
 
     /// One request and its answer; heads::NoBoards without a connection. `timeoutMs` below 0 waits for good:
     /// only as long as the machine is there.

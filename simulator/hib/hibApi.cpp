@@ -109,6 +109,8 @@ HIB_EXPORT int32_t hibConfigPage(int32_t board, float startUm, float offsetUm, i
 HIB_EXPORT int32_t hibSetupPackedImageTransfer(int32_t, HibPackedImageCallback callback, void *context)
 {
     pictureSource = {callback, context};
+    if (!boardsLink.connected())
+        return heads::NoBoards;
     return callback ? heads::Done : heads::BadArgument;
 }
 
@@ -121,8 +123,8 @@ HIB_EXPORT int32_t hibSetFreePackedMemoryCallback(int32_t, HibFreePackedMemoryCa
 /// Asks for pictures until the source has no more, and arms the boards with each.
 HIB_EXPORT int32_t hibEnablePrintingWDelay(int32_t, int32_t)
 {
-    if (!pictureSource.callback)
-        return heads::NoImage;
+    if (!boardsLink.connected() || !pictureSource.callback)
+        return boardsLink.connected() ? heads::NoImage : heads::NoBoards;
     int32_t result = heads::NoImage;
     constexpr int pictureLimit = 16; // a source that never ends
     for (int i = 0; i < pictureLimit; ++i) {
@@ -203,7 +205,7 @@ HIB_EXPORT int32_t hibGetWaveform(int32_t head, int32_t waveform, HibWaveformKno
 
 HIB_EXPORT int32_t hibWaveformMaxKnotCount(int32_t head)
 {
-    return head >= 1 && head <= boards ? heads::knotCount : 0;
+    return boardsLink.connected() && head >= 1 && head <= boards ? heads::knotCount : 0;
 }
 
 HIB_EXPORT int32_t hibAdjustWaveformVoltage(int32_t head, int32_t waveform, float differenceV)
