@@ -28,10 +28,19 @@ bool machine(PrinterRig &rig, const QStringList &command)
     return rig.machine(command)["ok"].toBool();
 }
 
+/// A waiting job's message comes back at each look, so the operator closes it and is quick.
 bool pressStop(PrinterRig &rig)
 {
-    return rig.click("pushButton_printStop") && !rig.waitMessage("是否中止打印", waitLimitMs).isEmpty() &&
-           rig.answer("Yes");
+    const auto asked = [&] {
+        const QString shown = rig.message()["text"].toString();
+        if (shown.contains("是否中止打印"))
+            return true;
+        if (!shown.isEmpty())
+            rig.answer("close");
+        rig.click("pushButton_printStop");
+        return false;
+    };
+    return rig.waitFor(asked, waitLimitMs) && rig.answer("Yes");
 }
 
 /// Presses stop; true when the job's last message came within the limit.
@@ -182,8 +191,10 @@ void TestFaults::boardDiesAndComesBack()
     QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
     PrinterRig &rig = printer.rig();
     QVERIFY(atLayer(rig, 2) && machine(rig, {"board", "6", "die"}));
-    QVERIFY2(!rig.waitMessage("CAN 异常-6", waitLimitMs).isEmpty(), qPrintable(rig.error()));
-    QVERIFY(machine(rig, {"board", "6", "revive"}) && rig.answer("close"));
+    // Each message to it now holds the bus for two real seconds, and the job still goes on.
+    const int before = passes(rig);
+    QVERIFY(rig.waitFor([&] { return passes(rig) > before; }, waitLimitMs));
+    QVERIFY(machine(rig, {"board", "6", "revive"}));
     QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
     QCOMPARE(TestPrinter::violations(printer.stop()), QString());
     QCOMPARE(printer.differingDots("bar.tzl"), 0);

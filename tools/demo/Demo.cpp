@@ -6,11 +6,15 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSettings>
 #include <cstdio>
 #include <unistd.h>
 
 namespace {
 constexpr int printLimitMs = 30 * 60 * 1000;
+/// What the program is told to sleep between two sweeps, in ms, besides the model's own wait: Y at rest 30, Y read
+/// 20, X read 20, X at rest 20.
+constexpr int waitsOfPass = 90;
 
 int say(const QString &text, int result = 0)
 {
@@ -160,6 +164,8 @@ int runDemo(const DemoOptions &options)
     if (!printModel(rig, options, name))
         return say("The print failed: " + rig.error(), 1);
     const double seconds = clock.elapsed() / 1000.0;
+    const QSettings settings(options.install + "/model/" + name + ".ini", QSettings::IniFormat);
+    rig.machine({"stated-sleep", QString::number(waitsOfPass + settings.value("waitXTimeout").toInt())});
     if (!rig.stopProduct() || !rig.stopMachine())
         return say(rig.error(), 1);
     return judge(options, name, seconds);
