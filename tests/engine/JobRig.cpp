@@ -49,8 +49,6 @@ ProbeJob::ProbeJob()
     connect(this, &PrintService::MessageFormShowSig, this, note, Qt::DirectConnection);
     connect(
         this, &PrintService::stopPrintSignals, this, [this] { ++ended; }, Qt::DirectConnection);
-    connect(
-        this, &PrintService::pausePrintSingals, this, [this] { ++pauses; }, Qt::DirectConnection);
 }
 
 ProbeJob::~ProbeJob()

@@ -3,8 +3,8 @@
 // library, for tests of jobs. One a process: configuration, database and bridge are the process's own.
 
 #include "engine/XdmControl.h"
-#include "fakehib.h"
-#include "support/FakeBridge.h"
+#include "scripted/FakeBridge.h"
+#include "scripted/fakehib.h"
 #include "support/LogCapture.h"
 #include "support/TestInstall.h"
 
@@ -19,11 +19,8 @@ public:
     using XdmControl::configPage;
     using XdmControl::configPrintBar;
     using XdmControl::configPrintBarTest;
-    using XdmControl::m_printLayer;
-    using XdmControl::m_reprintCounter;
     using XdmControl::printImage;
     using XdmControl::PrintRecord;
-    using XdmControl::RePrintLayer;
     using XdmControl::setState;
 
     ProbeJob();
@@ -31,8 +28,7 @@ public:
     /// "title|text|icon|buttons" of each message so far, the buttons in hexadecimal.
     QStringList messages() const;
     bool hasMessage(const QString &part) const { return !messages().filter(part).isEmpty(); }
-    std::atomic<int> ended{0};  ///< stopPrintSignals so far
-    std::atomic<int> pauses{0}; ///< pausePrintSingals so far
+    std::atomic<int> ended{0}; ///< stopPrintSignals so far
 
 private:
     mutable Mutex m_messageMutex; // the job's thread notes while the test looks

@@ -1,13 +1,7 @@
-// Which rows each pass prints and where the carriage stands for it; and a machine whose head library is
-// missing.
+// Which rows each pass prints and where the carriage stands for it.
 
 #include "engine/Geometry.h"
-#include "engine/HibLibrary.h"
-#include "engine/XdmControl.h"
-#include "support/LogCapture.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class TestGeometry : public QObject
@@ -16,7 +10,6 @@ class TestGeometry : public QObject
 private slots:
     void phases();
     void shiftsAndY();
-    void noHeadLibrary();
 };
 
 /// A group of layers prints each phase exactly once, in the order that the wax needs to cool.
@@ -43,28 +36,9 @@ void TestGeometry::shiftsAndY()
     QCOMPARE(nozzleShift(-9), 0); // a number that cannot be printed must not reach outside the table
     QCOMPARE(passY(0, 0, 4), 12000.0f);
     QCOMPARE(passY(3, 3, 4), float(12000.0 + 3 * 42.2 - 8 * 168.8));
-    QCOMPARE(passY(7, 1, 8), float(21.1 * 7 + 12000.0 - 4 * 168.8));
     QCOMPARE(passY(11, 2, 12), float(168.8 / 12 * 11 + 12000.0 - 168.8));
     QCOMPARE(encoderCounts(690000, 25400), 690000);
     QCOMPARE(encoderCounts(690000, 1200), 32598);
-}
-
-/// Every call fails softly, and one line of the log says why.
-void TestGeometry::noHeadLibrary()
-{
-    QTemporaryDir folder;
-    QDir::setCurrent(folder.path());
-    LogCapture log;
-    int outputs[5] = {7, 7, 7, 7, 7};
-    float degrees = 7;
-    QCOMPARE(lockHibGetHibLibVersion(outputs, outputs + 1, outputs + 2, outputs + 3, outputs + 4), -1);
-    QCOMPARE(lockHibGetHeaterTemp(1, 1, &degrees), -1);
-    for (const int output : outputs)
-        QCOMPARE(output, 0);
-    QCOMPARE(degrees, 0.0f);
-    QVERIFY(!XdmControl().setDotClock(3, 0));
-    QVERIFY(!setWaveformVoltage(80, 80, 80));
-    QCOMPARE(log.count("not loaded"), 1);
 }
 
 QTEST_APPLESS_MAIN(TestGeometry)

@@ -15,10 +15,8 @@ private slots:
     void init() { m_rig.reset(); }
     void printBar();
     void dotClockAndPages();
-    void waveform_data();
     void waveform();
     void handsOverOnePicture();
-    void transferTimesOut();
     void testPrint();
 
 private:
@@ -67,26 +65,24 @@ void TestHeadBoards::dotClockAndPages()
         QString("hibConfigPage(1,2.5,21,64,0) hibConfigPage(2,2.5,0,64,0) hibConfigPage(3,2.5,23,64,0)"));
 }
 
-void TestHeadBoards::waveform_data()
-{
-    QTest::addColumn<int>("knots");
-    QTest::addColumn<int>("failure");
-    QTest::addColumn<bool>("done");
-    QTest::addColumn<QString>("adjusted"); // head and difference
-    QTest::newRow("by the difference") << 5 << 0 << true << "1,1,10 3,1,-10";
-    QTest::newRow("too few knots for a peak") << 2 << 0 << true << "1,1,80 2,1,70 3,1,60";
-    QTest::newRow("a head refuses") << 3 << 4 << false << "1,1,10";
-    QTest::newRow("absurd count") << 1000000000 << 0 << false << "";
-}
-
 void TestHeadBoards::waveform()
 {
-    QFETCH(int, failure);
-    QFETCH(int, knots);
-    m_rig.hibSet(knots, 70, 0);
-    m_rig.hibFail("hibAdjustWaveformVoltage", failure);
-    QTEST(setWaveformVoltage(80, 70, 60), "done");
-    QTEST(m_rig.hibCalls("hibAdjust").join(' ').remove("hibAdjustWaveformVoltage(").remove(')'), "adjusted");
+    struct Row {
+        int knots, failure;
+        bool done;
+        const char *adjusted; // head, waveform and difference
+    };
+    const Row rows[] = {{5, 0, true, "1,1,10 3,1,-10"},
+                        {2, 0, true, "1,1,80 2,1,70 3,1,60"}, // too few knots for a peak
+                        {3, 4, false, "1,1,10"},              // a head refuses
+                        {1000000000, 0, false, ""}};
+    for (const Row &row : rows) {
+        m_rig.hibSet(row.knots, 70, 0);
+        m_rig.hibFail("hibAdjustWaveformVoltage", row.failure);
+        QCOMPARE(setWaveformVoltage(80, 70, 60), row.done);
+        QCOMPARE(m_rig.hibCalls("hibAdjust").join(' ').remove("hibAdjustWaveformVoltage(").remove(')'),
+                 QString(row.adjusted));
+    }
 }
 
 void TestHeadBoards::handsOverOnePicture()
@@ -110,22 +106,6 @@ void TestHeadBoards::handsOverOnePicture()
                          "hibWaitForImageTransferCompleteWto(3,10000)"));
     }
     QCOMPARE(m_rig.bridge.count(2, 0x83), 3);
-}
-
-void TestHeadBoards::transferTimesOut()
-{
-    m_rig.hibFail("hibWaitForImageTransferCompleteWto", 9);
-    m_rig.hibSet(3, 0, 4711);
-    m_rig.bridge.setValue(2, 0x82, 321);
-    ProbeJob job;
-    QCOMPARE(job.printImage(0, 0), 23);
-    QCOMPARE(job.messages(),
-             QStringList("00000017|打印超时xpos=321 hib=4711 prexPos=321   hib1err= 9 hib2err=9 "
-                         "hib3err=9 |3|200000"));
-    // The next job's first picture goes out all the same.
-    m_rig.hibFail("hibWaitForImageTransferCompleteWto", 0);
-    QCOMPARE(job.printImage(0, 0), 0);
-    QVERIFY(QString(m_rig.hibPicture()).startsWith("64,1320,1,"));
 }
 
 void TestHeadBoards::testPrint()

@@ -3,7 +3,7 @@
 // the main window without the services' alarms.
 
 #include "forms/MainWindow.h"
-#include "tests/support/FakeBridge.h"
+#include "scripted/FakeBridge.h"
 #include "tests/support/TestInstall.h"
 
 #include <QImage>

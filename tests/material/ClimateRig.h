@@ -1,8 +1,8 @@
 #pragma once
 // An installation folder with a scripted bridge as COM16 and, unless left out, a settable head library.
 
-#include "tests/material/climatehib.h"
-#include "tests/support/FakeBridge.h"
+#include "scripted/FakeBridge.h"
+#include "scripted/climatehib.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TestInstall.h"
 

@@ -1,4 +1,4 @@
-#include "support/FakeBridge.h"
+#include "FakeBridge.h"
 
 #include <QtEndian>
 

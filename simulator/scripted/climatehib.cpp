@@ -1,4 +1,4 @@
-#include "tests/material/climatehib.h"
+#include "climatehib.h"
 
 #include "hibApi.h"
 
