@@ -11,7 +11,6 @@
 #include "printdata/SliceToImage.h"
 
 #include <QPixmap>
-#include <QSettings>
 #include <QUuid>
 
 namespace
@@ -95,7 +94,7 @@ void PrintService::PrintRecord(int code)
     if (!icon.isNull() && !icon.save(iconPath))
         LOG_WARNING(QStringLiteral("%1getmodelbmp error %2").arg(iconPath).arg(icon.save(iconPath)));
 
-    const QSettings settings(modelIniPath(model), QSettings::IniFormat);
+    const ModelSettings settings(model);
     if (printState().value(QLatin1String("SumLayer")).toInt() == 0) // ended before its first layer
         setState(QStringLiteral("SumLayer"), settings.value(QStringLiteral("layerCnt")).toInt());
     const QJsonObject state = printState();

@@ -8,7 +8,6 @@
 #include "printdata/ModelFile.h"
 #include "printdata/SliceToImage.h"
 
-#include <QSettings>
 
 /// Stack temperature while a model prints.
 static constexpr quint8 printingStackTemp = 110;
@@ -71,7 +70,7 @@ void PrintService::run()
     const QString model = sliceToImage()->fileName();
     markStarted(model);
     GetModelBmpAndIni(modelPath(model), nullptr);
-    const QSettings settings(modelIniPath(model), QSettings::IniFormat);
+    const ModelSettings settings(model);
     if (!acceptMachineType(settings.value(QStringLiteral("machineType")).toString()))
         return; // the Home page notices the thread's end and resets itself
     const int passDelay = settings.value(QStringLiteral("waitXTimeout")).toInt();
