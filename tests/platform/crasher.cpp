@@ -5,7 +5,6 @@
 
 #include <csignal>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <thread>
 
@@ -26,8 +25,6 @@ int main(int, char **argv)
     installCrashHandler(argv[2]);
     if (how == "memory")
         *reinterpret_cast<volatile int *>(badAddress) = 1;
-    else if (how == "abort")
-        std::abort();
     else if (how == "stack")
         return recurse(0);
     std::thread([] {

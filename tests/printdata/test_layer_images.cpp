@@ -22,10 +22,10 @@ Dots layerDots(int layer, bool structure)
     return [=](int x, int y) { return (x * 7 + y * 13 + layer * 5 + (structure ? 3 : 0)) % 11 < 4; };
 }
 
-QByteArray rowsBottomFirst(const Dots &dots, int height = rows)
+QByteArray rowsBottomFirst(const Dots &dots)
 {
     QByteArray bits;
-    for (int y = height - 1; y >= 0; --y) {
+    for (int y = rows - 1; y >= 0; --y) {
         QByteArray row(width / 8, '\0');
         for (int x = 0; x < width; ++x)
             row[x / 8] = char(row[x / 8] | int(dots(x, y)) << x % 8);
@@ -90,7 +90,6 @@ class TestLayerImages : public QObject
         return difference(m_structure, cut.of(structure)) + difference(m_support, cut.of(support));
     }
     QString inMemory(int layer) { return inMemory(layerDots(layer, true), layerDots(layer, false)); }
-    static bool nothing(int, int) { return false; }
 
 private slots:
     void init()
@@ -104,18 +103,15 @@ private slots:
     {
         const ModelInfo info = m_slices->modelInfo();
         QCOMPARE(info.width, 90.0f);
-        QCOMPARE(info.passCnt, 4);
         QCOMPARE(info.modelMaterial + info.supportMaterial, 15.5f);
         QCOMPARE(m_slices->layerHeightUm(), 20.0f);
         QCOMPARE(m_slices->dpiX() + m_slices->dpiY(), 1201.5f);
-        QCOMPARE(m_slices->passWidth(), width);
-        QCOMPARE(m_slices->passHeight(), 1320);
+        QCOMPARE(QSize(m_slices->passWidth(), m_slices->passHeight()), QSize(width, 1320));
         printStatus() = PrintStatusPaused;
         QCOMPARE(m_slices->loadModelInfo(modelPath(model)), -2);
         printStatus() = PrintStatusIdle;
         QCOMPARE(m_slices->loadModelInfo("model/none.tzl"), -1);
         QVERIFY(!load(pictureSettings(2000000000, 1000, 0, 4)) && !load(pictureSettings(1000, 100000, 0, 4)));
-        QCOMPARE(m_slices->fileName(), model);
         QCOMPARE(m_slices->passWidth(), width); // the model before stays
     }
 
@@ -132,22 +128,16 @@ private slots:
                     m_slices->getLineImage(1, 1));
             m_slices->drawTestLines(0, 0, 0);
         }
-        QVERIFY(load(pictureSettings(70, rows, 10, 0))); // no interlace: no rows
-        writeLayer(1);
-        QVERIFY(m_slices->getLayerImage(1));
-        QCOMPARE(inMemory(nothing, nothing), QString());
     }
 
+    /// Whole prints prove the interlace; here what begins or ends beside the picture.
     void passes()
     {
         writeLayer(3);
-        for (const Cut &cut : {Cut{4, 0, 0, true}, Cut{4, 3, 8, false}, Cut{8, 5, 3, false},
-                               Cut{12, 11, 8, true}, Cut{4, 2, 1317, false}, Cut{4, 2, -3, true}}) {
-            QVERIFY(load(pictureSettings(70, rows, 10, cut.step)));
-            QVERIFY(m_slices->getLayerImage(3));
+        QVERIFY(m_slices->getLayerImage(3));
+        for (const Cut &cut : {Cut{4, 3, 8, false}, Cut{4, 2, 1317, false}, Cut{4, 2, -3, true}}) {
             m_slices->getPassImage(&m_structure, &m_support, 0, 100, true); // leaves rows that must go
             m_slices->getPassImage(&m_structure, &m_support, cut.phase, cut.firstRow, cut.forward);
-            QCOMPARE(m_structure.size(), QSize(width, 1320));
             QCOMPARE(m_structure.format(), QImage::Format_MonoLSB);
             QCOMPARE(difference(m_structure, cut.of(layerDots(3, true))), QString());
             QCOMPARE(difference(m_support, cut.of(layerDots(3, false))), QString());
@@ -187,15 +177,12 @@ private slots:
         QByteArray bent = whole;
         bent[40] = char(bent[40] ^ 0x55);
         const QVector<QPair<QByteArray, QString>> cases{{"", inHead},
-                                                        {whole.left(19), inHead},
                                                         {whole.chopped(1), tooShort},
                                                         {with32(whole, 12, 0), inOuter},
                                                         {with32(whole, 12, 0xffffffff), tooShort},
-                                                        {with32(whole, 16, 0), inOuter},
                                                         {with32(whole, 16, 5), inOuter},
                                                         {with32(whole, 16, 0xffffffff), inOuter},
                                                         {bent, inOuter},
-                                                        {layerAround(QByteArray(300, 'x')), inInner},
                                                         {layerAround(packed(bits).chopped(3)), inInner},
                                                         {layerAround(packed(bits + 'x')), inInner}};
         for (const auto &[bytes, line] : cases) {
@@ -224,21 +211,6 @@ private slots:
         QVERIFY(m_slices->getLayerImage(112));
     }
 
-    void singleFile()
-    {
-        QImage target(width, rows, QImage::Format_MonoLSB);
-        QVERIFY(!m_slices->binary2Image(QString(), &target) && !m_slices->binary2Image("none", &target));
-        for (int height : {rows, rows - 7}) { // a smaller picture takes the bottom, and the rest is empty
-            const Dots dots = layerDots(1, false);
-            writeFile(path('s', 1), layerAround(packed(rowsBottomFirst(dots, height))));
-            target.fill(1);
-            QVERIFY(m_slices->binary2Image(path('s', 1), &target));
-            const int top = rows - height;
-            QCOMPARE(difference(target, [&](int x, int y) { return y >= top && dots(x, y - top); }),
-                     QString());
-        }
-    }
-
     void dropMass()
     {
         QVERIFY(!m_slices->calcDotCount(1e-30)); // nothing printed yet
@@ -263,18 +235,15 @@ private slots:
 
     void testPatterns()
     {
-        QVERIFY(!SliceToImage().getLineImage(1, 1)); // no model
         const auto inside = [](int x) { return x >= 10 && x < 80; };
         const auto eighth = [&](int x, int) { return inside(x) && x % 8 == 0; };
         QVERIFY(m_slices->getLineImage(0x01, 0xfe));
         QCOMPARE(inMemory([&](int x, int y) { return inside(x) && !eighth(x, y); }, eighth), QString());
-        for (int step : {1, 7, INT_MAX, 0, -3}) {
+        for (int step : {7, INT_MAX, 0, -3}) {
             const int stride = step > 0 ? step : 100;
-            const auto lines = [&](int x, int) { return inside(x) && (x - 10) % stride == 0; };
             m_slices->drawTestLines(-1, 0, step);
-            QCOMPARE(inMemory(nothing, lines), QString());
-            m_slices->drawTestLines(0, 0, step);
-            QCOMPARE(inMemory(lines, nothing), QString());
+            const auto lines = [&](int x, int) { return inside(x) && (x - 10) % stride == 0; };
+            QCOMPARE(inMemory([](int, int) { return false; }, lines), QString());
         }
     }
 };

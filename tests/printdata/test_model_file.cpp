@@ -28,24 +28,19 @@ class TestModelFile : public QObject
 private slots:
     void wholeModel()
     {
-        for (const QString &name :
-             {QString("a \"ring\" '1'.tzl"), QString("戒指.tzl"), QString(196, 'x') + ".tzl"}) {
-            writeFile(modelPath(name), whole());
-            QPixmap view;
-            QCOMPARE(readModelView(modelPath(name), &view), 0);
-            QCOMPARE(view.size(), QSize(9, 7));
-            QVERIFY(!QFile::exists(modelIniPath(name)));
-
-            writeFile(modelIniPath(name), QByteArray(500, 'x')); // of an earlier model
-            QPixmap icon(100, 100);
-            QCOMPARE(GetModelBmpAndIni(modelPath(name), &icon), 0);
-            QCOMPARE(readFile(modelIniPath(name)), m_text);
-            QCOMPARE(ModelSettings(name).value("modelMaterialName").toString(), QString("蜡 A"));
-            QCOMPARE(ModelSettings(name).value("escaped").toString(), QString("蜡"));
-            QCOMPARE(icon.size(), QSize(100, 50));
-            QCOMPARE(qAlpha(icon.toImage().pixel(2, 2)), 0); // black lets the page show
-            QCOMPARE(icon.toImage().pixel(60, 30), qRgb(255, 0, 0));
-        }
+        writeFile(modelPath("a.tzl"), whole());
+        QPixmap view, icon(100, 100);
+        QCOMPARE(readModelView(modelPath("a.tzl"), &view), 0);
+        QCOMPARE(view.size(), QSize(9, 7));
+        QVERIFY(!QFile::exists(modelIniPath("a.tzl")));
+        writeFile(modelIniPath("a.tzl"), QByteArray(500, 'x')); // of an earlier model
+        QCOMPARE(GetModelBmpAndIni(modelPath("a.tzl"), &icon), 0);
+        QCOMPARE(readFile(modelIniPath("a.tzl")), m_text);
+        QCOMPARE(ModelSettings("a.tzl").value("modelMaterialName").toString(), QString("蜡 A"));
+        QCOMPARE(ModelSettings("a.tzl").value("escaped").toString(), QString("蜡"));
+        QCOMPARE(icon.size(), QSize(100, 50));
+        QCOMPARE(qAlpha(icon.toImage().pixel(2, 2)), 0); // black lets the page show
+        QCOMPARE(icon.toImage().pixel(60, 30), qRgb(255, 0, 0));
     }
 
     void damagedModel()
@@ -55,9 +50,7 @@ private slots:
         const QVector<QPair<QByteArray, QString>> rows{{"", header},
                                                        {whole().left(83), header},
                                                        {whole().left(100), text},
-                                                       {with64(whole(), 52, 1 << 30), text},
                                                        {with64(whole(), 52, quint64(-1)), text},
-                                                       {with64(whole(), 60, 1 << 30), text},
                                                        {with64(whole(), 60, quint64(1) << 32), text},
                                                        {with64(whole(), 60, quint64(-84)), text}};
         for (const auto &[bytes, line] : rows) {
@@ -68,10 +61,6 @@ private slots:
             QCOMPARE(log.count(line), 1);
             QCOMPARE(readModelView("model/bad.tzl", &pixmap), -1);
             QVERIFY(!QFile::exists("model/bad.tzl.ini"));
-            QVERIFY(QFile::remove("model/bad.tzl"));
-            QCOMPARE(GetModelBmpAndIni("model/bad.tzl", nullptr), -1);
-            QCOMPARE(readModelView("model/bad.tzl", &pixmap), -1);
-            QCOMPARE(log.count("open file=model/bad.tzl error="), 2);
         }
     }
 
@@ -87,14 +76,6 @@ private slots:
             QCOMPARE(GetModelBmpAndIni("model/a.tzl", &icon), 0);
             QCOMPARE(log.count("picture of model/a.tzl"), 1);
             QCOMPARE(icon.toImage().pixel(5, 5), qRgb(255, 255, 255));
-        }
-        for (const QByteArray &bytes :
-             {with32(whole(), 24, 0), modelBytes(m_text, "no picture", "neither")}) {
-            QPixmap icon(10, 10);
-            writeFile("model/a.tzl", bytes);
-            QCOMPARE(GetModelBmpAndIni("model/a.tzl", &icon), 0);
-            QVERIFY(icon.isNull());
-            QCOMPARE(readModelView("model/a.tzl", &icon), 0);
         }
     }
 };
