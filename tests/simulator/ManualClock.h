@@ -58,6 +58,13 @@ struct TestMachine {
             head.pageWidth = width;
         }
     }
+    /// Sweeps over a placed page with this picture.
+    void print(bool forward, int width, const std::vector<std::pair<int, int>> &dots)
+    {
+        placePage(forward, width);
+        machine.arm(picture(forward, width, dots));
+        machine.sweepX();
+    }
     static Picture picture(bool forward, int width, const std::vector<std::pair<int, int>> &dots)
     {
         const int stride = (width + 31) / 32 * 4;

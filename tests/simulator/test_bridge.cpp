@@ -21,11 +21,8 @@ class TestBridge : public QObject
 private slots:
     void takesFrames_data();
     void takesFrames();
-    void answersByLiteralBytes_data();
     void answersByLiteralBytes();
     void readsAreLatched();
-    void everyKnownCommandIsEchoed();
-    void heatsZonesToSetPoints();
     void losesDamagesAndDelaysAnswers();
 };
 
@@ -67,32 +64,22 @@ void TestBridge::takesFrames()
              QJsonDocument(test.machine.violations().list()).toJson());
 }
 
-void TestBridge::answersByLiteralBytes_data()
-{
-    QTest::addColumn<QByteArray>("request");
-    QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("bus test") << hex("aaaa43000000010404010000000008000000a5555555")
-                              << hex("aaaa03000000010404010000000008000000155555");
-    QTest::newRow("platform seated") << hex("aaaa42000000710000000000000008000000bb5555")
-                                     << hex("aaaa020000007100010100000000080000007d5555");
-    QTest::newRow("ink door closed") << hex("aaaa45000000330000000000000008000000805555")
-                                     << hex("aaaa05000000330001000000000008000000415555");
-    QTest::newRow("ink stack parked") << hex("aaaa42000000720000000000000008000000bc5555")
-                                      << hex("aaaa020000007200000000000000080000007c5555");
-    QTest::newRow("no feed demanded") << hex("aaaa43000000360000000000000008000000815555")
-                                      << hex("aaaa03000000360000000000000008000000415555");
-}
-
 void TestBridge::answersByLiteralBytes()
 {
-    QFETCH(QByteArray, request);
-    QFETCH(QByteArray, answer);
     TestMachine test;
     Bridge bridge(test.machine);
     QSignalSpy answers(&bridge, &Bridge::send);
-    bridge.receive(request);
-    QCOMPARE(answers.size(), 1);
-    QCOMPARE(answers[0][0].toByteArray().toHex(), answer.toHex());
+    // The bus test, the platform that is seated, the closed ink door, no feed demanded.
+    for (const auto &[request, answer] :
+         {std::pair{"aaaa43000000010404010000000008000000a5555555",
+                    "aaaa03000000010404010000000008000000155555"},
+          {"aaaa42000000710000000000000008000000bb5555", "aaaa020000007100010100000000080000007d5555"},
+          {"aaaa45000000330000000000000008000000805555", "aaaa05000000330001000000000008000000415555"},
+          {"aaaa43000000360000000000000008000000815555", "aaaa03000000360000000000000008000000415555"}}) {
+        answers.clear();
+        bridge.receive(hex(request));
+        QCOMPARE(answers.value(0).value(0).toByteArray().toHex(), QByteArray(answer));
+    }
     QCOMPARE(test.machine.violations().count(), 0);
 }
 
@@ -120,51 +107,6 @@ void TestBridge::readsAreLatched()
     QCOMPARE(ask(0x82).mid(10, 2).toHex(), QByteArray("204e")); // the first X after homing: 20000
 }
 
-void TestBridge::everyKnownCommandIsEchoed()
-{
-    const QMap<int, QByteArray> known = {
-        {3, hex("01313233343637383 93a4041424344454650feff")},
-        {5, hex("0132333435364041424344454648575859 6a70717273")},
-        {6, hex("01414243444546")},
-    };
-    TestMachine test;
-    Bridge bridge(test.machine);
-    QSignalSpy answers(&bridge, &Bridge::send);
-    for (auto board = known.begin(); board != known.end(); ++board) {
-        for (char command : *board) {
-            frame::Record request;
-            request.id = uint32_t(board.key()) | frame::requestBit;
-            request.data[0] = uint8_t(command);
-            bridge.receive(frame::encode(request));
-        }
-        for (char command : *board)
-            QVERIFY(answers.takeFirst()[0].toByteArray().mid(6).replace(hex("a5"), "").startsWith(command));
-    }
-    QCOMPARE(test.machine.violations().count(), 0);
-}
-
-void TestBridge::heatsZonesToSetPoints()
-{
-    TestMachine test;
-    const auto boards = makeBoards(test.machine);
-    Board &ink = *boards[1], &air = *boards[2];
-    const auto reads = [&](Board &board, uint8_t command) { return board.answer({command})[2]; };
-    ink.answer({0x38, 90, 90, 90, 90, 90, 90, 90});
-    air.answer({0x40, 80, 80, 80, 80, 80, 80, 80});
-    air.answer({0x40, 0, 110, 110});
-    QCOMPARE(int(reads(ink, 0x32)), 25);
-    test.pass(60); // one time constant: 63 % of the way
-    QCOMPARE(int(reads(ink, 0x32)), 66);
-    test.pass(600);
-    QCOMPARE(int(reads(ink, 0x32)), 90);
-    const frame::Data zones = air.answer({0x32});
-    QCOMPARE(int(zones[2]), 110);
-    QCOMPARE(int(zones[4]), 80); // the stack temperature leaves the other zones alone
-    ink.answer({0x38});
-    test.pass(600);
-    QCOMPARE(int(reads(ink, 0x32)), 25);
-}
-
 void TestBridge::losesDamagesAndDelaysAnswers()
 {
     TestMachine test;
@@ -178,22 +120,14 @@ void TestBridge::losesDamagesAndDelaysAnswers()
         bridge.receive(question);
         return answers.isEmpty() ? QByteArray() : answers[0][0].toByteArray();
     };
-    LineFaults faults;
-    faults.drop = 1;
-    QCOMPARE(answered(faults), QByteArray());
-    faults = {};
-    faults.corrupt = 1;
-    QVERIFY(!answered(faults).isEmpty() && answered(faults) != answer);
-    faults = {};
-    faults.silent = {2};
-    QCOMPARE(answered(faults), QByteArray());
-    faults = {};
-    faults.dead = {2};
-    QCOMPARE(answered(faults), QByteArray());
-    faults = {};
-    faults.late = 1;
-    faults.lateMs = 1;
-    QCOMPARE(answered(faults), QByteArray());
+    LineFaults drop, corrupt, silent, dead, late;
+    drop.drop = corrupt.corrupt = late.late = 1;
+    late.lateMs = 1;
+    silent.silent = dead.dead = {2};
+    for (const LineFaults &faults : {drop, silent, dead})
+        QCOMPARE(answered(faults), QByteArray());
+    QVERIFY(!answered(corrupt).isEmpty() && answered(corrupt) != answer);
+    QCOMPARE(answered(late), QByteArray());
     QTRY_COMPARE(answers.size(), 1);
     QCOMPARE(answers[0][0].toByteArray(), answer);
     QCOMPARE(answered({}), answer);

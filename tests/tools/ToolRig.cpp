@@ -1,43 +1,23 @@
 #include "ToolRig.h"
 
-#include <QDir>
 #include <QtEndian>
-#include <array>
-#include <cmath>
 #include <cstring>
-#include <zlib.h>
 
 namespace
 {
-constexpr int limitMs = 60000;
-
-ToolRun run(const QString &program, const QStringList &arguments, const QString &folder, const QString &fault)
+ToolRun run(const QString &program, const QStringList &arguments, const QString &folder)
 {
     QProcess process;
     process.setWorkingDirectory(folder);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("PELORA_SLICER_FAULT", fault);
-    process.setProcessEnvironment(environment);
     process.start(program, arguments);
-    const bool ended = process.waitForFinished(limitMs) && process.exitStatus() == QProcess::NormalExit;
+    const bool ended = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
     return {ended ? process.exitCode() : -1, process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
-void putTriangle(QByteArray *stl, const float (&corners)[3][3])
+QByteArray inflate(const QByteArray &packed, quint32 size)
 {
-    stl->append(12, '\0');
-    for (const auto &corner : corners)
-        stl->append(reinterpret_cast<const char *>(corner), 12);
-    stl->append(2, '\0');
-}
-
-QByteArray inflate(const QByteArray &packed, int size)
-{
-    QByteArray bytes(size, '\0');
-    uLongf length = uLongf(size);
-    const int result = uncompress(reinterpret_cast<Bytef *>(bytes.data()), &length,
-                                  reinterpret_cast<const Bytef *>(packed.constData()), uLong(packed.size()));
-    return result == Z_OK && length == uLongf(size) ? bytes : QByteArray();
+    const quint32 head = qToBigEndian(size);
+    return qUncompress(QByteArray(reinterpret_cast<const char *>(&head), 4) + packed);
 }
 } // namespace
 
@@ -56,12 +36,12 @@ QByteArray ToolRig::read(const QString &name) const
 
 ToolRun ToolRig::pack(const QStringList &arguments) const
 {
-    return run(TZLPACK, arguments, m_folder.path(), {});
+    return run(TZLPACK, arguments, m_folder.path());
 }
 
-ToolRun ToolRig::slice(const QString &model, const QString &folder, const QString &fault) const
+ToolRun ToolRig::slice(const QString &model, const QString &folder) const
 {
-    return run(LAMOREL, {"-X", model, "-O", folder}, m_folder.path(), fault);
+    return run(LAMOREL, {"-X", model, "-O", folder}, m_folder.path());
 }
 
 QString ToolRig::model(const QString &mesh, const QStringList &options) const
@@ -84,8 +64,8 @@ QImage ToolRig::layer(const QString &folder, char kind, int number, int width, i
     const auto inner = qFromLittleEndian<quint32>(file.constData() + 16);
     if (quint32(file.size()) != 20 + packed || inner > 100000000)
         return {};
-    const QByteArray bits = inflate(inflate(file.mid(20), int(inner)), int(image.sizeInBytes()));
-    if (bits.isEmpty())
+    const QByteArray bits = inflate(inflate(file.mid(20), inner), quint32(image.sizeInBytes()));
+    if (bits.size() != image.sizeInBytes())
         return {};
     std::memcpy(image.bits(), bits.constData(), size_t(bits.size()));
     return image.mirrored(false, true);
@@ -113,26 +93,11 @@ QByteArray stlOfBoxes(const QList<std::array<float, 6>> &boxes)
     QByteArray stl;
     for (const auto &box : boxes)
         for (const auto &face : faces) {
-            float corners[3][3];
-            for (int n = 0; n < 3; ++n)
-                for (int axis = 0; axis < 3; ++axis)
-                    corners[n][axis] = box[size_t(axis + (face[n] >> axis & 1) * 3)];
-            putTriangle(&stl, corners);
+            stl.append(12, '\0');
+            for (int n = 0; n < 9; ++n)
+                stl.append(
+                    reinterpret_cast<const char *>(&box[size_t(n % 3 + (face[n / 3] >> n % 3 & 1) * 3)]), 4);
+            stl.append(2, '\0');
         }
-    return stlOfTriangles(stl);
-}
-
-QByteArray stlOfCylinder(float radius, float height, int steps)
-{
-    QByteArray stl;
-    for (int n = 0; n < steps; ++n) {
-        const auto x = [=](int k) { return radius * float(std::cos(2 * M_PI * (k % steps) / steps)); };
-        const auto y = [=](int k) { return radius * float(std::sin(2 * M_PI * (k % steps) / steps)); };
-        const float ax = x(n), ay = y(n), bx = x(n + 1), by = y(n + 1);
-        putTriangle(&stl, {{0, 0, 0}, {bx, by, 0}, {ax, ay, 0}});
-        putTriangle(&stl, {{0, 0, height}, {ax, ay, height}, {bx, by, height}});
-        putTriangle(&stl, {{ax, ay, 0}, {bx, by, 0}, {bx, by, height}});
-        putTriangle(&stl, {{ax, ay, 0}, {bx, by, height}, {ax, ay, height}});
-    }
     return stlOfTriangles(stl);
 }

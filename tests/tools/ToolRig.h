@@ -17,7 +17,7 @@ public:
     void write(const QString &name, const QByteArray &bytes) const;
     QByteArray read(const QString &name) const;
     ToolRun pack(const QStringList &arguments) const;
-    ToolRun slice(const QString &model, const QString &folder, const QString &fault = {}) const;
+    ToolRun slice(const QString &model, const QString &folder) const;
     /// Packs a mesh that the test wrote before; the model's name.
     QString model(const QString &mesh, const QStringList &options = {}) const;
     /// One layer picture, top row first; null when the file is not what it should be.
@@ -32,5 +32,3 @@ int dots(const QImage &image);
 QByteArray stlOfTriangles(const QByteArray &records);
 /// Of boxes, given as low x, y, z, high x, y, z.
 QByteArray stlOfBoxes(const QList<std::array<float, 6>> &boxes);
-/// Of an upright cylinder, `steps` sides.
-QByteArray stlOfCylinder(float radius, float height, int steps);

@@ -2,8 +2,6 @@
 #include "ToolRig.h"
 
 #include <QDir>
-#include <QSettings>
-#include <QtEndian>
 #include <QtTest>
 #include <array>
 #include <cmath>
@@ -14,11 +12,6 @@ namespace
 constexpr int rows = 400, width = 440;
 const QStringList smallBed{"--pixels-x", "400", "--pixels-y", "400"};
 constexpr double columnMm = 25.4 / 600, rowMm = 0.1688 / 4;
-
-template <typename T> T at(const QByteArray &bytes, int offset)
-{
-    return qFromLittleEndian<T>(bytes.constData() + offset);
-}
 
 /// 25 layers of 0.04 mm; the lid reaches over the foot by 2 mm to the right.
 QByteArray table()
@@ -34,18 +27,11 @@ class TestPackSlice : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void modelFile();
-    void meshFormats_data();
     void meshFormats();
-    void refused_data();
     void refused();
-    void areas();
     void supportUnderOverhang();
     void cavityAndOverlap();
     void sameBytesEachTime();
-    void lines();
-    void faults();
-    void damagedModels_data();
     void damagedModels();
 
 private:
@@ -60,137 +46,41 @@ void TestPackSlice::initTestCase()
     QVERIFY(QFile::exists(m_rig.path(m_table)));
 }
 
-void TestPackSlice::modelFile()
-{
-    m_rig.write("named.stl", table());
-    const QString name = QString::fromUtf8("环 \"a\", b=c");
-    const QByteArray file = m_rig.read(m_rig.model(
-        "named.stl", {"--name", name, "--wait-x", "50", "--machine-type", "Other", "--pass-cnt", "8"}));
-    QVERIFY(file.size() > 84);
-    for (int offset : {16, 28}) {
-        const QImage picture =
-            QImage::fromData(file.mid(int(at<quint64>(file, offset)), at<qint32>(file, offset + 8)), "PNG");
-        QVERIFY2(picture.width() >= 256 && picture.width() == picture.height(),
-                 qPrintable(QString::number(offset)));
-        const QColor middle = picture.pixelColor(picture.rect().center());
-        QVERIFY2(middle.red() > middle.blue() + 40, qPrintable(middle.name())); // the part, in amber
-        if (offset == 16)
-            QCOMPARE(picture.pixel(0, 0), qRgb(0, 0, 0));
-    }
-    m_rig.write("table.ini", file.mid(int(at<quint64>(file, 52)), int(at<quint64>(file, 60))));
-    const QSettings settings(m_rig.path("table.ini"), QSettings::IniFormat);
-    const QMap<QString, QVariant> expected{{"machineType", "Other"},
-                                           {"waitXTimeout", 50},
-                                           {"layerHeight", 0.032},
-                                           {"dpiX", 600},
-                                           {"dpiY", 1203.7915},
-                                           {"pixelsX", 6968},
-                                           {"pixelsY", 10560},
-                                           {"extraBlankPixel", 20},
-                                           {"passCnt", 8},
-                                           {"layerCnt", 32 + 4},
-                                           {"extentX", 6},
-                                           {"extentY", 6},
-                                           {"extentZ", 1},
-                                           {"modelName", name},
-                                           {"PrintModeName", "Fine"},
-                                           {"printModeName", "Fine"}};
-    for (auto entry = expected.begin(); entry != expected.end(); ++entry)
-        if (entry.value().type() == QVariant::String)
-            QCOMPARE(settings.value(entry.key()).toString(), entry.value().toString());
-        else
-            QCOMPARE(settings.value(entry.key()).toDouble(), entry.value().toDouble());
-    // 4 x 6 x 0.6 and 6 x 6 x 0.4 mm3 of structure; 2 x 6 x 0.6 mm3 under the lid; wax has 0.95 g/cm3.
-    QVERIFY(std::fabs(settings.value("modelMaterial").toDouble() - 0.0274) < 0.001);
-    QVERIFY(std::fabs(settings.value("supportMaterial").toDouble() - 0.0068) < 0.001);
-    QVERIFY(settings.value("printTime").toDouble() > 36 * 4);
-    QVERIFY(!settings.value("modelMaterialName").toString().isEmpty());
-}
-
-void TestPackSlice::meshFormats_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("obj") << "tetra.obj"
-                         << QByteArray("v 0 0 0\nv 5 0 0\nv 0 5 0\nv 0 0 5\n"
-                                       "f 1 3 2\nf 1 2 4\nf 1 4 3\nf 2 3 4\n");
-    QTest::newRow("ply")
-        << "tetra.ply"
-        << QByteArray("ply\nformat ascii 1.0\nelement vertex 4\nproperty float x\nproperty float y\n"
-                      "property float z\nelement face 4\nproperty list uchar int vertex_index\n"
-                      "end_header\n0 0 0\n5 0 0\n0 5 0\n0 0 5\n3 0 2 1\n3 0 1 3\n3 0 3 2\n3 1 2 3\n");
-    QTest::newRow("3mf") << "tetra.3mf" << QByteArray();
-    QTest::newRow("stl in capitals") << "BOX.STL" << stlOfBoxes({{0, 0, 0, 5, 5, 5}});
-}
-
 void TestPackSlice::meshFormats()
 {
-    QFETCH(QString, name);
-    QFETCH(QByteArray, bytes);
-    if (bytes.isEmpty())
-        QVERIFY(QFile::copy(QString(TEST_DATA "/") + name, m_rig.path(name)));
-    else
-        m_rig.write(name, bytes);
-    const ToolRun run = m_rig.pack({name, "--out", "format.tzl"});
-    QVERIFY2(run.code == 0, run.err);
-    QVERIFY2(run.out.contains("5.00 x 5.00 x 5.00 mm"), run.out);
-}
-
-void TestPackSlice::refused_data()
-{
-    QTest::addColumn<QByteArray>("mesh");
-    QTest::addColumn<QStringList>("options");
-    QTest::addColumn<QString>("says");
-    const float nan = std::nanf("");
-    QTest::newRow("empty") << QByteArray() << QStringList() << "cannot be read|holds no triangle";
-    QTest::newRow("no triangles") << QByteArray(84, '\0') << QStringList()
-                                  << "cannot be read|holds no triangle";
-    QTest::newRow("rubbish") << QByteArray(300, '\x7f') << QStringList()
-                             << "cannot be read|holds no triangle";
-    QTest::newRow("cut") << table().left(600) << QStringList() << "cannot be read|holds no triangle";
-    QTest::newRow("nan") << stlOfBoxes({{0, 0, 0, nan, 5, 5}}) << QStringList() << "no number";
-    QTest::newRow("too wide") << stlOfBoxes({{0, 0, 0, 17.5f, 5, 5}}) << smallBed << "does not fit";
-    QTest::newRow("too deep") << table() << (smallBed + QStringList{"--scale", "3"}) << "does not fit";
-    QTest::newRow("four layers") << stlOfBoxes({{0, 0, 0, 5, 5, 0.128f}}) << QStringList{"--raft", "0"}
-                                 << "4 layers";
-    QTest::newRow("flat") << stlOfBoxes({{0, 0, 1, 5, 5, 1}}) << QStringList() << "layers";
-    QTest::newRow("pass count") << table() << QStringList{"--pass-cnt", "6"} << "4, 8 or 12";
-    QTest::newRow("no height") << table() << QStringList{"--layer-height", "0"} << "layer-height";
-    QTest::newRow("no target") << table() << QStringList{"--out", "no/such/folder.tzl"} << "folder.tzl";
-    QTest::newRow("unknown option") << table() << QStringList{"--colour"} << "colour";
+    QVERIFY(QFile::copy(TEST_DATA "/tetra.3mf", m_rig.path("tetra.3mf")));
+    m_rig.write("BOX.STL", stlOfBoxes({{0, 0, 0, 5, 5, 5}}));
+    m_rig.write("tetra.obj", "v 0 0 0\nv 5 0 0\nv 0 5 0\nv 0 0 5\nf 1 3 2\nf 1 2 4\nf 1 4 3\nf 2 3 4\n");
+    for (const char *name : {"tetra.3mf", "tetra.obj", "BOX.STL"}) {
+        const ToolRun run = m_rig.pack({name, "--out", "format.tzl"});
+        QVERIFY2(run.code == 0 && run.out.contains("5.00 x 5.00 x 5.00 mm"), run.err);
+    }
 }
 
 void TestPackSlice::refused()
 {
-    QFETCH(QByteArray, mesh);
-    QFETCH(QStringList, options);
-    QFETCH(QString, says);
-    m_rig.write("refused.stl", mesh);
-    const ToolRun run = m_rig.pack(QStringList{"refused.stl"} + options);
-    QCOMPARE(run.code, 1);
-    QVERIFY2(QString::fromUtf8(run.err).contains(QRegularExpression(says)), run.err);
-    QVERIFY(!QFile::exists(m_rig.path("refused.tzl")));
-}
-
-void TestPackSlice::areas()
-{
-    m_rig.write("cylinder.stl", stlOfCylinder(5, 0.4f, 200));
-    const QString model =
-        m_rig.model("cylinder.stl", smallBed + QStringList{"--raft", "0", "--layer-height", "0.05"});
-    QCOMPARE(m_rig.slice(model, "areas").code, 0);
-    const double expected = M_PI * 25 / (columnMm * rowMm);
-    for (int layer = 1; layer <= 8; ++layer) {
-        const QImage structure = m_rig.layer("areas", 'm', layer, width, rows);
-        QVERIFY(!structure.isNull());
-        QVERIFY2(std::fabs(dots(structure) / expected - 1) < 0.002,
-                 qPrintable(QString::number(dots(structure))));
-        QCOMPARE(dots(m_rig.layer("areas", 's', layer, width, rows)), 0);
-        // In the middle of the bed, round to within a dot.
-        QVERIFY(structure.pixelIndex(220 - 117, 200) == 1 && structure.pixelIndex(219 + 117, 200) == 1);
-        QVERIFY(structure.pixelIndex(220 - 120, 200) == 0 && structure.pixelIndex(219 + 120, 200) == 0);
-        QVERIFY(structure.pixelIndex(220, 200 - 118) == 1 && structure.pixelIndex(220, 200 - 120) == 0);
+    struct Case {
+        QByteArray mesh;
+        QStringList options;
+        const char *says;
+    };
+    const char *unreadable = "cannot be read|holds no triangle";
+    for (const Case &it : {Case{"", {}, unreadable},
+                           {QByteArray(84, '\0'), {}, unreadable},
+                           {QByteArray(300, '\x7f'), {}, unreadable},
+                           {table().left(600), {}, unreadable},
+                           {stlOfBoxes({{0, 0, 0, std::nanf(""), 5, 5}}), {}, "no number"},
+                           {stlOfBoxes({{0, 0, 0, 17.5f, 5, 5}}), smallBed, "does not fit"},
+                           {table(), smallBed + QStringList{"--scale", "3"}, "does not fit"},
+                           {stlOfBoxes({{0, 0, 0, 5, 5, 0.128f}}), {"--raft", "0"}, "4 layers"},
+                           {table(), {"--pass-cnt", "6"}, "4, 8 or 12"},
+                           {table(), {"--layer-height", "0"}, "layer-height"},
+                           {table(), {"--out", "no/such/folder.tzl"}, "folder.tzl"}}) {
+        m_rig.write("refused.stl", it.mesh);
+        const ToolRun run = m_rig.pack(QStringList{"refused.stl"} + it.options);
+        QVERIFY2(run.code == 1 && QString(run.err).contains(QRegularExpression(it.says)), run.err);
+        QVERIFY(!QFile::exists(m_rig.path("refused.tzl")));
     }
-    QVERIFY(!QFile::exists(m_rig.path("areas/slice_s9")));
 }
 
 void TestPackSlice::supportUnderOverhang()
@@ -257,95 +147,26 @@ void TestPackSlice::sameBytesEachTime()
         QCOMPARE(m_rig.read("once/" + name), m_rig.read("twice/" + name));
 }
 
-void TestPackSlice::lines()
-{
-    const ToolRun run = m_rig.slice(m_table, "lines");
-    float progress = 0;
-    int layer = -1, of = 0;
-    for (const QByteArray &line : run.out.split('\n')) {
-        float nextProgress = progress;
-        int nextLayer = layer;
-        if (line.startsWith("progress:"))
-            QCOMPARE(std::sscanf(line.constData(), "%*s%f", &nextProgress), 1);
-        else if (!line.isEmpty())
-            QVERIFY2(std::sscanf(line.constData(), "%*s%d/%d", &nextLayer, &of) == 2 && of == tableLayers,
-                     line);
-        QVERIFY(nextProgress >= progress && nextLayer >= layer);
-        QVERIFY2(nextLayer < 0 || nextProgress == 1.0f, run.out);
-        progress = nextProgress;
-        layer = nextLayer;
-    }
-    QCOMPARE(layer, tableLayers);
-    QProcess version;
-    version.start(LAMOREL, {"-V"});
-    QVERIFY(version.waitForFinished());
-    QCOMPARE(version.readAll(), QByteArray("Lamorel vesion: 1.3.2\n"));
-    QCOMPARE(version.exitCode(), 0);
-}
-
-void TestPackSlice::faults()
-{
-    const auto has = [&](const QString &file) { return QFile::exists(m_rig.path(file)); };
-    const ToolRun died = m_rig.slice(m_table, "die", "die:9");
-    QVERIFY(died.code == 3 && died.out.endsWith("slice: 8/27\n"));
-    QVERIFY(has("die/slice_s8") && !has("die/slice_m9") && !has("die/slice_s9"));
-
-    QCOMPARE(m_rig.slice(m_table, "damage", "damage:5").code, 0);
-    for (int layer = 1; layer <= tableLayers; ++layer) {
-        QCOMPARE(m_rig.layer("damage", 'm', layer, width, rows).isNull(), layer == 5);
-        QVERIFY(!m_rig.layer("damage", 's', layer, width, rows).isNull());
-    }
-    const ToolRun rubbish = m_rig.slice(m_table, "rubbish", "rubbish");
-    QVERIFY(rubbish.code == 0 && rubbish.out.endsWith("\nslice: 27/27\n") &&
-            rubbish.out.contains("slice: ?"));
-
-    QProcess stalled;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("PELORA_SLICER_FAULT", "stall:9");
-    stalled.setProcessEnvironment(environment);
-    stalled.start(LAMOREL, {"-X", m_rig.path(m_table), "-O", m_rig.path("stall")});
-    QByteArray out;
-    QTRY_VERIFY((out += stalled.readAll()).contains("slice: 8/27"));
-    QVERIFY(!stalled.waitForFinished(200) && !has("stall/slice_m9"));
-    stalled.kill();
-    QVERIFY(stalled.waitForFinished());
-
-    QVERIFY(m_rig.slice(m_table, "unknown", "explode").err.contains("no such fault"));
-}
-
-void TestPackSlice::damagedModels_data()
-{
-    QTest::addColumn<int>("offset");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("length");
-    const QByteArray huge(8, '\xff'), big("\0\0\0\0\0\0\0\x7f", 8);
-    QTest::newRow("empty") << 0 << QByteArray() << 0;
-    QTest::newRow("83 bytes") << 0 << QByteArray() << 83;
-    QTest::newRow("cut in the mesh") << 0 << QByteArray() << -1;
-    QTest::newRow("mark") << 0 << QByteArray("X") << -2;
-    QTest::newRow("version") << 8 << QByteArray("\x02") << -2;
-    QTest::newRow("checksum") << 12 << QByteArray("\x01\x02\x03\x04") << -2;
-    for (int offset : {40, 52, 60, 68}) {
-        QTest::addRow("at %d all ones", offset) << offset << huge << -2;
-        QTest::addRow("at %d far away", offset) << offset << big << -2;
-        QTest::addRow("at %d zero", offset) << offset << QByteArray(8, '\0') << -2;
-    }
-}
-
 void TestPackSlice::damagedModels()
 {
-    QFETCH(int, offset);
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, length);
-    QByteArray file = m_rig.read(m_table);
-    file.replace(offset, bytes.size(), bytes);
-    m_rig.write("damaged.tzl", length == -2   ? file
-                               : length == -1 ? file.left(file.size() - 1)
-                                              : file.left(length));
-    const ToolRun run = m_rig.slice("damaged.tzl", "damaged");
-    QCOMPARE(run.code, 1);
-    QVERIFY2(run.err.startsWith("lamorel: damaged.tzl: "), run.err);
-    QVERIFY(!QFile::exists(m_rig.path("damaged/slice_s1")));
+    const QByteArray whole = m_rig.read(m_table);
+    QList<QByteArray> damaged{"", whole.left(83), whole.left(whole.size() - 1)};
+    const auto put = [&](int offset, const QByteArray &bytes) {
+        damaged << QByteArray(whole).replace(offset, bytes.size(), bytes);
+    };
+    put(0, "X");                        // the mark
+    put(8, "\x02");                     // the version
+    put(12, "\x01\x02\x03\x04");        // the checksum
+    for (int offset : {40, 52, 60, 68}) // where the parts lie and how long they are
+        for (const QByteArray &number :
+             {QByteArray(8, '\xff'), QByteArray(7, '\0') + '\x7f', QByteArray(8, '\0')})
+            put(offset, number);
+    for (const QByteArray &file : damaged) {
+        m_rig.write("damaged.tzl", file);
+        const ToolRun run = m_rig.slice("damaged.tzl", "damaged");
+        QVERIFY2(run.code == 1 && run.err.startsWith("lamorel: damaged.tzl: "), run.err);
+        QVERIFY(!QFile::exists(m_rig.path("damaged/slice_s1")));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestPackSlice)
