@@ -2,17 +2,13 @@
 
 #include "links/Usb2Can.h"
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QLibrary>
-#include <thread>
 
-ClimateRig::ClimateRig(Parts parts)
+ClimateRig::ClimateRig()
 {
-    m_install.setPlatform({{"COM16", parts == Everything ? bridge.path() : m_install.folder() + "/none"}});
-    if (parts == NothingThere)
-        return;
+    m_install.setPlatform({{"COM16", bridge.path()}});
     QFile::copy(CLIMATE_HIB_FILE, "libhibApiDll64.so");
     QLibrary library(QDir::current().absoluteFilePath("hibApiDll64"));
     hib = reinterpret_cast<ClimateHib *(*)()>(library.resolve("climateHib"))();
@@ -22,13 +18,6 @@ ClimateRig::ClimateRig(Parts parts)
 ClimateRig::~ClimateRig()
 {
     usb2Can()->ClosePort();
-}
-
-void ClimateRig::waitForLog(const QString &part) const
-{
-    const QDeadlineTimer deadline(900);
-    while (log.count(part) == 0 && !deadline.hasExpired())
-        std::this_thread::yield();
 }
 
 QStringList ClimateRig::lines(const QString &file) const

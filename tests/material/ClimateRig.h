@@ -1,5 +1,5 @@
 #pragma once
-// An installation folder with a scripted bridge as COM16 and, unless left out, a settable head library.
+// An installation folder with a scripted bridge as COM16 and a settable head library.
 
 #include "scripted/FakeBridge.h"
 #include "scripted/climatehib.h"
@@ -11,16 +11,13 @@
 class ClimateRig
 {
 public:
-    enum Parts { Everything, NothingThere };
-    explicit ClimateRig(Parts parts = Everything);
+    ClimateRig();
     ~ClimateRig();
 
     FakeBridge bridge;
     LogCapture log;
     ClimateHib *hib = nullptr;
 
-    /// Waits until such a line was logged, 900 ms at most. Any thread.
-    void waitForLog(const QString &part) const;
     /// The texts of a log file's lines, without their times.
     QStringList lines(const QString &file) const;
     /// "board:command" of each request since the record was cleared, in hexadecimal.
