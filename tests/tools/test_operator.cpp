@@ -9,7 +9,6 @@
 #include <QMainWindow>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -60,7 +59,6 @@ private slots:
     void clicksWhatCanBeSeen();
     void refusesWhatCannot();
     void meansTheOneThatIsSeen();
-    void cellsAndTable();
     void answersMessages();
     void waits();
     void badLines();
@@ -174,23 +172,6 @@ void TestOperator::meansTheOneThatIsSeen()
     }
 }
 
-void TestOperator::cellsAndTable()
-{
-    QTableWidget table(40, 3, m_window->centralWidget());
-    table.setObjectName("tableView");
-    table.setGeometry(0, 150, 390, 200);
-    table.setColumnHidden(2, true);
-    table.show();
-    const auto cell = [this](int row, int column) {
-        return call({{"op", "cell"}, {"widget", "tableView"}, {"row", row}, {"column", column}});
-    };
-    QVERIFY(cell(33, 1)["ok"].toBool());
-    QTRY_COMPARE(table.currentRow(), 33);
-    for (const QPoint &bad : {QPoint(40, 0), QPoint(-1, 0), QPoint(0, 3)})
-        QVERIFY(cell(bad.x(), bad.y())["error"].toString().contains("no cell"));
-    QVERIFY(cell(0, 2)["error"].toString().contains("hidden"));
-}
-
 void TestOperator::answersMessages()
 {
     const QJsonObject question{{"op", "message"}}, click{{"op", "click"}, {"widget", "free"}};
@@ -227,8 +208,6 @@ void TestOperator::waits()
     QVERIFY(m_clients[1].readLine().contains("true"));
     QVERIFY(ok({{"op", "wait"}, {"widget", "absent"}, {"visible", false}}));
     QVERIFY(error({{"op", "wait"}, {"widget", "free"}, {"text", "x"}, {"timeoutMs", 60}}).contains("60 ms"));
-    QVERIFY(error({{"op", "wait"}, {"widget", "free"}, {"text", "("}}).contains("regular expression"));
-    QVERIFY(error({{"op", "wait"}, {"visible", true}}).contains("name a widget"));
 }
 
 void TestOperator::badLines()
