@@ -14,7 +14,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-#include <QtEndian>
 
 #include <unistd.h>
 
@@ -49,33 +48,14 @@ void FormRig::setPlatformInPlace(bool inPlace)
     bridge.setBytes(2, platformCommand, {{2, inPlace}, {3, inPlace}});
 }
 
-QByteArray FormRig::modelBytes(int printTime, const QImage &picture)
+void FormRig::addModel(const QString &name, const QImage &picture, const char *machine)
 {
-    QByteArray image;
-    if (!picture.isNull()) {
-        QBuffer buffer(&image);
+    QByteArray icon;
+    QBuffer buffer(&icon);
+    if (!picture.isNull())
         picture.save(&buffer, "PNG");
-    }
-    const QByteArray settings =
-        "[General]\nmachineType=Pelora620\nlayerCnt=480\nprintTime=" + QByteArray::number(printTime) +
-        "\nlayerHeight=0.03\ndpiX=1200\ndpiY=1200\npixelsX=64\npixelsY=64\n"
-        "extraBlankPixel=0\npassCnt=4\nmodelMaterialName=WAX\nPrintModeName=fine\n";
-    QByteArray bytes(84, '\0');
-    const auto put = [&](int at, quint64 offset, quint64 length, bool wide) {
-        qToLittleEndian<quint64>(offset, bytes.data() + at);
-        if (wide)
-            qToLittleEndian<quint64>(length, bytes.data() + at + 8);
-        else
-            qToLittleEndian<qint32>(qint32(length), bytes.data() + at + 8);
-    };
-    put(52, 84, quint64(settings.size()), true);
-    put(16, quint64(84 + settings.size()), quint64(image.size()), false);
-    return bytes + settings + image;
-}
-
-void FormRig::addModel(const QString &name, int printTime, const QImage &picture)
-{
-    writeFile("model/" + name, modelBytes(printTime, picture));
+    writeFile("model/" + name,
+              modelBytes(pictureSettings(64, 64, 0, 4) + "printTime=360359\nmachineType=" + machine, icon));
     addToQueue(name);
 }
 
@@ -84,7 +64,7 @@ QString FormRig::plugDisk(const QStringList &names)
     const QString disk = m_install.parent() + "/media/disk";
     QDir().mkpath(disk);
     for (const QString &name : names)
-        writeFile(disk + '/' + name, modelBytes(9300));
+        writeFile(disk + '/' + name, modelBytes(pictureSettings(64, 64, 0, 4)));
     return disk;
 }
 
@@ -98,9 +78,19 @@ MainWindow *FormRig::showWindow()
     return window;
 }
 
+void FormRig::press(const QString &button)
+{
+    find<QAbstractButton>(button)->click();
+}
+
+QString FormRig::text(const QString &label)
+{
+    return find<QLabel>(label)->text();
+}
+
 QString FormRig::message()
 {
-    return msgForm()->isTaken() ? msgForm()->findChild<QLabel *>("label_text")->text() : QString();
+    return msgForm()->isTaken() ? text("label_text") : QString();
 }
 
 void FormRig::answerLater(const QString &button, const QString &text)

@@ -1,14 +1,11 @@
 #pragma once
-// An installation folder for tests of pages: models for the queue, a slicer that tells a good version, and
-// the main window without the services' alarms.
+// An installation folder with scripted boards and a slicer that only answers, and the main window in it.
 
 #include "forms/MainWindow.h"
 #include "scripted/FakeBridge.h"
-#include "tests/support/TestInstall.h"
+#include "tests/printdata/Samples.h"
 
 #include <QImage>
-#include <QJsonValue>
-#include <QString>
 
 class FormRig
 {
@@ -19,12 +16,9 @@ public:
     /// What the disk of the program has left, of 500 GB.
     void setDiskSpace(double availableGB);
     void setPlatformInPlace(bool inPlace);
-    /// Bytes of a model file with these settings and picture; the settings say what the list and home page
-    /// show.
-    static QByteArray modelBytes(int printTime, const QImage &picture = {});
-    /// Puts a model into the queue's folder and the queue.
-    static void addModel(const QString &name, int printTime = 9300, const QImage &picture = {});
-    /// Makes the folder of a disk with these model files; its letter is E once the window has found it.
+    /// Puts a model into the queue's folder and to the head of the queue.
+    static void addModel(const QString &name, const QImage &picture = {}, const char *machine = "Pelora620");
+    /// Makes the folder of a disk with these model files.
     QString plugDisk(const QStringList &names);
 
     /// The main window, shown, with the form free. The services' threads run but cannot show their alarms.
@@ -38,6 +32,8 @@ public:
                 return widget;
         return all.isEmpty() ? nullptr : all.first();
     }
+    static void press(const QString &button);
+    static QString text(const QString &label);
     /// Presses a button of the message form once the event loop runs and the form shows this text, or any.
     static void answerLater(const QString &button, const QString &text = {});
     /// The text of the message on screen; null when there is none.

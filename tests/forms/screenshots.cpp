@@ -111,7 +111,7 @@ int main(int argc, char **argv)
                                "a-very-long-name-of-a-part-from-the-office.tzl",
                                "filigree-ring-17mm.tzl"};
     for (const QString &name : names)
-        FormRig::addModel(name, 9300, ringPicture());
+        FormRig::addModel(name, ringPicture());
     rig.plugDisk(names.mid(1) + QStringList{"cuff-links.tzl", "chain-110.tzl"});
     FormRig::showWindow();
     auto *home = FormRig::find<QAbstractButton>("pushButton_home");

@@ -71,18 +71,14 @@ private slots:
         sqliteUtil()->ExecuteSqlQuery("delete from PrintQueue");
     }
 
-    void icons()
+    void iconsAndVersions()
     {
         for (const char *name :
              {"Resume", "Pause", "lock", "unlock", "Warning", "Critical", "Information", "details", "check"})
-            for (const char *form : {":icon/%1.png", ":/icon/%1.png"})
-                QVERIFY2(!QPixmap(QString(form).arg(name)).isNull(), name);
-    }
-
-    void slicerVersions()
-    {
-        for (const char *old : {"", "Lamorel vesion: 1.3.1", "Lamorel vesion: 1.10.0", "1.4"})
-            QVERIFY2(isSlicerTooOld(old), old); // compared as texts
+            for (const char *path : {":icon/%1.png", ":/icon/%1.png"})
+                QVERIFY2(!QPixmap(QString(path).arg(name)).isNull(), name);
+        for (const char *old : {"", "Lamorel vesion: 1.3.1", "Lamorel vesion: 1.10.0"}) // compared as texts
+            QVERIFY2(isSlicerTooOld(old), old);
         for (const char *good : {"Lamorel vesion: 1.3.2", "Lamorel vesion: 1.3.2\n", "Lamorel vesion: 1.4"})
             QVERIFY2(!isSlicerTooOld(good), good);
         QCOMPARE(programVersion(), QString("4.4.1.4-III"));
@@ -96,7 +92,7 @@ private slots:
         QImage picture(80, 60, QImage::Format_RGB32);
         picture.fill(Qt::red);
         FormRig::addModel("later.tzl");
-        FormRig::addModel("a.tzl.copy \"1\".tzl", 100 * 3600 + 5 * 60 + 59, picture);
+        FormRig::addModel("a.tzl.copy \"1\".tzl", picture);
         showHome();
         QVERIFY(part("pushButton_printImage")->isEnabled());
         QCOMPARE(text("label_Name") + '|' + text("label_tips"), QString("a.tzl.copy \"1\"|"));
@@ -136,28 +132,22 @@ private slots:
         QCOMPARE(text("label_Percent"), QString("100 %")); // an idle page keeps what it showed
     }
 
-    void bottles_data()
-    {
-        QTest::addColumn<int>("weight");
-        QTest::addColumn<int>("rest");
-        QTest::addColumn<int>("maximum");
-        QTest::addColumn<int>("value");
-        QTest::newRow("no card") << 0 << 0 << 3600 << 0;
-        QTest::newRow("empty") << 2000 << 0 << 2000 << 0;
-        QTest::newRow("small rest") << 2050 << 3 << 2050 << 20;
-        QTest::newRow("half") << 2000 << 1000 << 2000 << 1000;
-        QTest::newRow("more than full") << 2000 << 2100 << 2000 << 2000;
-    }
     void bottles()
     {
-        QFETCH(int, weight);
-        QFETCH(int, rest);
-        CardInfo card;
-        card.weight = quint32(weight);
-        card.rest_weight = quint32(rest);
-        const BottleBar bar = bottleBar(card);
-        QTEST(bar.maximum, "maximum");
-        QTEST(bar.value, "value");
+        const quint32 cases[][4] = {// weight and rest of the card; maximum and value of the bar
+                                    {0, 0, 3600, 0},
+                                    {2000, 0, 2000, 0},
+                                    {2050, 3, 2050, 20},
+                                    {2000, 1000, 2000, 1000},
+                                    {2000, 2100, 2000, 2000}};
+        for (const auto &row : cases) {
+            CardInfo card;
+            card.weight = row[0];
+            card.rest_weight = row[1];
+            const BottleBar bar = bottleBar(card);
+            QVERIFY2(bar.maximum == int(row[2]) && bar.value == int(row[3]),
+                     qPrintable(QString::number(row[1])));
+        }
     }
 
     void statusAndWarnings()
@@ -265,32 +255,26 @@ private slots:
         QCOMPARE(text("label_Percent") + part("pushButton_printImage")->text(), QString("0 %开始打印"));
     }
 
-    void refusedMachineType_data()
-    {
-        QTest::addColumn<bool>("stopFirst");
-        QTest::newRow("answered No") << false;
-        QTest::newRow("stopped before the question") << true;
-    }
     void refusedMachineType()
     {
-        QFETCH(bool, stopFirst);
         m_rig.bridge.setValue(2, 0x90, 500);
-        FormRig::addModel("a.tzl");
-        writeFile("model/a.tzl", FormRig::modelBytes(60).replace("Pelora620", "Pelora999"));
-        showHome();
-        start();
+        FormRig::addModel("a.tzl", {}, "Pelora999");
         QWidget *pages = mainWindow()->centralWidget();
-        if (stopFirst) {
-            FormRig::answerLater("pushButton_Yes");
-            part("pushButton_printStop")->click();
-            QVERIFY(!pages->isEnabled());
+        for (const bool stopFirst : {false, true}) {
+            showHome();
+            start();
+            if (stopFirst) {
+                FormRig::answerLater("pushButton_Yes");
+                part("pushButton_printStop")->click();
+                QVERIFY(!pages->isEnabled());
+            }
+            // the question can be answered while the pages cannot be touched
+            FormRig::answerLater("pushButton_No",
+                                 EventHandler::eventMessage(0x13).arg("Pelora999", "Pelora620"));
+            QTRY_VERIFY(!xdmControl()->isRunning());
+            QTRY_VERIFY(pages->isEnabled() && !part("pushButton_printStop")->isEnabled());
+            QCOMPARE(xdmControl()->getPrintStatus(), int(PrintStatusIdle));
         }
-        const QString question = EventHandler::eventMessage(0x13).arg("Pelora999", "Pelora620");
-        FormRig::answerLater("pushButton_No",
-                             question); // it can be answered while the pages cannot be touched
-        QTRY_VERIFY(!xdmControl()->isRunning());
-        QTRY_VERIFY(pages->isEnabled() && !part("pushButton_printStop")->isEnabled());
-        QCOMPARE(xdmControl()->getPrintStatus(), int(PrintStatusIdle));
     }
 
     void stopNotConfirmed()

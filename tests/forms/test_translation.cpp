@@ -6,7 +6,6 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTranslator>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -69,14 +68,6 @@ private slots:
         QFile before(TRANSLATION_SOURCE), after(copy);
         QVERIFY(before.open(QIODevice::ReadOnly) && after.open(QIODevice::ReadOnly));
         QVERIFY2(before.readAll() == after.readAll(), lupdate.readAll().constData());
-    }
-
-    void loads()
-    {
-        QTranslator translator;
-        QVERIFY(translator.load(TRANSLATION));
-        QCOMPARE(translator.translate("EventHandler", "停止打印"), QString("Printing stopped"));
-        QCOMPARE(translator.translate("MainWindow", "主页"), QString("Home"));
     }
 };
 
