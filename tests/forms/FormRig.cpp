@@ -55,7 +55,7 @@ void FormRig::addModel(const QString &name, const QImage &picture, const char *m
     if (!picture.isNull())
         picture.save(&buffer, "PNG");
     writeFile("model/" + name,
-              modelBytes(pictureSettings(64, 64, 0, 4) + "printTime=360359\nmachineType=" + machine, icon));
+              modelBytes(pictureSettings(64, 64, 0, 4) + "printTime=9300\nmachineType=" + machine, icon));
     addToQueue(name);
 }
 

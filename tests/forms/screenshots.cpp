@@ -102,34 +102,30 @@ int main(int argc, char **argv)
     if (arguments.size() > 2 && translator.load(QFileInfo(arguments.at(2)).absoluteFilePath()))
         QCoreApplication::installTranslator(&translator);
     FormRig rig;
-    const QStringList names = {"calibration-pins.tzl",
-                               "bracelet-link-x24.tzl",
-                               "impeller-88.tzl",
-                               "signet-oval.tzl",
-                               "珍珠吊坠-v3.tzl",
-                               "crown-bridge-4u.tzl",
-                               "a-very-long-name-of-a-part-from-the-office.tzl",
-                               "filigree-ring-17mm.tzl"};
+    const QStringList names =
+        QString("calibration-pins bracelet-link-x24 impeller-88 signet-oval 珍珠吊坠-v3 crown-bridge-4u "
+                "a-very-long-name-of-a-part-from-the-office filigree-ring-17mm")
+            .replace(' ', ".tzl ")
+            .append(".tzl")
+            .split(' ');
     for (const QString &name : names)
         FormRig::addModel(name, ringPicture());
     rig.plugDisk(names.mid(1) + QStringList{"cuff-links.tzl", "chain-110.tzl"});
     FormRig::showWindow();
-    auto *home = FormRig::find<QAbstractButton>("pushButton_home");
-    home->click();
+    FormRig::press("pushButton_home");
     shot("home-idle");
     fillHome();
     shot("home-printing");
     messages();
-    FormRig::find<QAbstractButton>("pushButton_fileList")->click();
+    FormRig::press("pushButton_fileList");
     FormRig::find<QTableView>("tableView")->selectRow(0);
     waitUntil([] { return FormRig::find<QPushButton>("pushButton_addfile")->isVisible(); });
     shot("queue");
-    FormRig::find<QPushButton>("pushButton_addfile")->click();
+    FormRig::press("pushButton_addfile");
     QApplication::processEvents();
-    for (QTableView *table : mainWindow()->findChildren<QTableView *>())
-        if (table->isVisible())
-            for (int row : {0, 2})
-                emit table->clicked(table->model()->index(row, 1));
+    auto *table = FormRig::find<QTableView>("tableView");
+    for (int row : {0, 2})
+        emit table->clicked(table->model()->index(row, 1));
     shot("add-file");
     ::_exit(0);
 }

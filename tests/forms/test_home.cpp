@@ -96,7 +96,7 @@ private slots:
         showHome();
         QVERIFY(part("pushButton_printImage")->isEnabled());
         QCOMPARE(text("label_Name") + '|' + text("label_tips"), QString("a.tzl.copy \"1\"|"));
-        QCOMPARE(text("label_LeftTime"), QString("100:05"));
+        QCOMPARE(text("label_LeftTime"), QString("02:35"));
         QCOMPARE(sliceToImage()->fileName(), QString("a.tzl.copy \"1\".tzl"));
         const QPixmap shown = part<QLabel>("label_Image")->pixmap(Qt::ReturnByValue);
         QCOMPARE(shown.size(), QSize(174, 174));
@@ -110,14 +110,14 @@ private slots:
         showHome();
         const QJsonObject job = {{"Tips", "120-3 480"},
                                  {"StartTime", "2026-01-02 03:04"},
-                                 {"LeftTime", 7260.0},
+                                 {"LeftTime", 360359.0},
                                  {"PrintLayer", 120},
                                  {"SumLayer", 480}};
         setJob(job);
         QCOMPARE(text("label_LeftTime") + '|' + text("label_tips") + '|' + text("label_StartTime"),
-                 QString("02:01|120-3 480|2026-01-02 03:04"));
+                 QString("100:05|120-3 480|2026-01-02 03:04"));
         const QDateTime end = QDateTime::fromString(text("label_EndTime"), "yyyy-MM-dd hh:mm");
-        QVERIFY(qAbs(QDateTime::currentDateTime().secsTo(end) - 7260) <= 61);
+        QVERIFY(qAbs(QDateTime::currentDateTime().secsTo(end) - 360359) <= 61);
         QCOMPARE(text("label_Percent"), QString("25 %"));
         const QColor filled(0xf2, 0xa3, 0x3c), empty(0x2b, 0x33, 0x3d);
         QCOMPARE(pixel(5), filled); // a quarter, clockwise from the top
