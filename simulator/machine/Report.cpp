@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -37,6 +38,9 @@ QJsonArray dotsByHead(const PartRecorder &recorder)
     return list;
 }
 
+/// Between two looks at a moving axis.
+constexpr double lookMs = 30;
+
 /// What of each gap is neither motion of the machine nor a sleep that the process states.
 QJsonObject programGap(const Machine &machine, double statedSleepMs)
 {
@@ -46,7 +50,9 @@ QJsonObject programGap(const Machine &machine, double statedSleepMs)
         const double motionMs = gap.motionSeconds * 1000 / scale;
         walls.push_back(gap.wallMs);
         motions.push_back(motionMs);
-        rests.push_back(gap.wallMs - motionMs - statedSleepMs / scale);
+        // The program looks at a moving axis with a stated sleep in between, so its wait lasts whole sleeps.
+        const double waitMs = std::ceil(gap.motionSeconds * 1000 / lookMs) * lookMs / scale;
+        rests.push_back(gap.wallMs - waitMs - statedSleepMs / scale);
     }
     QJsonObject json = distribution(rests);
     json["statedSleepMs"] = statedSleepMs;

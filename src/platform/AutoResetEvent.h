@@ -1,6 +1,7 @@
 #pragma once
 // Auto-reset event: one set() lets one wait() through.
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 
@@ -16,5 +17,5 @@ public:
 private:
     std::mutex m_mutex; // the reader thread sets while a caller waits
     std::condition_variable m_condition;
-    bool m_signalled = false;
+    std::atomic<bool> m_signalled{false};
 };

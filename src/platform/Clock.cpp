@@ -1,8 +1,6 @@
 #include "platform/Clock.h"
 
-#include <chrono>
 #include <cstdlib>
-#include <thread>
 
 namespace
 {
@@ -18,9 +16,4 @@ double timeScale()
 {
     static const double scale = readTimeScale();
     return scale;
-}
-
-void Sleep(unsigned ms)
-{
-    std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(ms / timeScale()));
 }
