@@ -68,7 +68,6 @@ bool TestPrinter::start(const QStringList &environment, bool withMachine)
     RigOptions options;
     options.install = install();
     options.environment = environment;
-    options.withMachine = withMachine;
     options.machineArguments = QStringList{"--report", out() + "/report.json", "--parts", out() + "/parts"};
     m_rig = std::make_unique<PrinterRig>(options);
     return (!withMachine || m_rig->startMachine()) && m_rig->startProduct();

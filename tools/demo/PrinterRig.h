@@ -17,7 +17,6 @@ struct RigOptions
     QString platform = "offscreen"; ///< Qt platform of the product's window
     QStringList machineArguments;  ///< further options of pelora-machine
     QStringList environment;       ///< further "NAME=value" of the product
-    bool withMachine = true;       ///< false: a computer with nothing attached
 };
 
 class PrinterRig
