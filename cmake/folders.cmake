@@ -12,7 +12,7 @@ function(pelora_folder name)
        ${CMAKE_CURRENT_SOURCE_DIR}/*/*.ui)
   add_library(pelora_${name} OBJECT ${sources} ${ARGN})
   target_include_directories(pelora_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
-  target_link_libraries(pelora_${name} PUBLIC ${PELORA_QT} ZLIB::ZLIB Threads::Threads ${CMAKE_DL_LIBS})
+  target_link_libraries(pelora_${name} PUBLIC ${PELORA_QT} ZLIB::ZLIB OpenSSL::Crypto Threads::Threads ${CMAKE_DL_LIBS})
 endfunction()
 
 # pelora_objects(target top): links the objects of folder `top` and of all below it.

@@ -5,7 +5,7 @@
 packages=(
   g++ cmake ninja-build ccache clang clang-format
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libqt5sql5-sqlite
-  zlib1g-dev libassimp-dev libbenchmark-dev
+  zlib1g-dev libssl-dev libassimp-dev libbenchmark-dev
   fonts-noto-core fonts-noto-cjk perl
 )
 

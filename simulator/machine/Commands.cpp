@@ -211,11 +211,10 @@ QString help(CommandContext &, const QStringList &, QJsonObject *answer)
     (*answer)["commands"] = list;
     return ok;
 }
-} // namespace
 
-const std::vector<Command> &commands()
+std::vector<Command> machineCommands()
 {
-    static const std::vector<Command> table = {
+    return {
         {"state", "", "Axes, leveller, doors, heads, part, violations.", false, state},
         {"sensors", "", "Every sensor by name with its reading.", false, sensors},
         {"help", "", "This list.", false, help},
@@ -241,6 +240,17 @@ const std::vector<Command> &commands()
         {"level", "HEAD structure|support VALUE", "Sets the level of a head's tank (full: 61000).", true,
          level},
     };
+}
+} // namespace
+
+const std::vector<Command> &commands()
+{
+    static const std::vector<Command> table = [] {
+        std::vector<Command> all = machineCommands();
+        for (const std::vector<Command> &part : {cardCommands(), inkCommands()})
+            all.insert(all.end(), part.begin(), part.end());
+        return all;
+    }();
     return table;
 }
 
@@ -272,21 +282,25 @@ QJsonObject stateOf(Machine &machine, Bridge &bridge)
                                  {"structure", head.levels[2]},
                                  {"degrees", machine.climate().heater(number, 1).reading(machine.now())}});
     }
-    return {{"machineSeconds", machine.now()},
-            {"x", QJsonObject{{"counts", machine.xCounts()}, {"moving", machine.xMoving()}}},
-            {"y", machine.yPosition()},
-            {"z", machine.zPosition()},
-            {"yzMoving", machine.yzMoving()},
-            {"leveller", QJsonObject{{"set", machine.levellerSetting()}, {"speed", machine.levellerSpeed()}}},
-            {"doors", QJsonObject{{"front", machine.frontDoorClosed ? "closed" : "open"},
-                                  {"inkbox", machine.inkDoorClosed ? "closed" : "open"}}},
-            {"platform", machine.platformSeated},
-            {"inkStackCoupled", machine.stackCoupled()},
-            {"partTop", machine.partTop()},
-            {"heads", heads},
-            {"encoder", machine.encoderPosition()},
-            {"requests", double(bridge.requests())},
-            {"passes", int(machine.recorder().passes().size())},
-            {"layers", int(machine.recorder().layers())},
-            {"violations", machine.violations().count()}};
+    QJsonObject state{
+        {"machineSeconds", machine.now()},
+        {"x", QJsonObject{{"counts", machine.xCounts()}, {"moving", machine.xMoving()}}},
+        {"y", machine.yPosition()},
+        {"z", machine.zPosition()},
+        {"yzMoving", machine.yzMoving()},
+        {"leveller", QJsonObject{{"set", machine.levellerSetting()}, {"speed", machine.levellerSpeed()}}},
+        {"doors", QJsonObject{{"front", machine.frontDoorClosed ? "closed" : "open"},
+                              {"inkbox", machine.inkDoorClosed ? "closed" : "open"}}},
+        {"platform", machine.platformSeated},
+        {"inkStackCoupled", machine.stackCoupled()},
+        {"partTop", machine.partTop()},
+        {"heads", heads},
+        {"encoder", machine.encoderPosition()},
+        {"requests", double(bridge.requests())},
+        {"passes", int(machine.recorder().passes().size())},
+        {"layers", int(machine.recorder().layers())},
+        {"violations", machine.violations().count()}};
+    addCardState(machine, &state);
+    addInkState(machine, &state);
+    return state;
 }

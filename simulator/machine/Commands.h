@@ -33,6 +33,13 @@ struct Command {
 };
 
 const std::vector<Command> &commands();
+/// Bottles and cards, CardCommands.cpp.
+std::vector<Command> cardCommands();
+/// Ink path, ink stack and boot loaders, InkCommands.cpp.
+std::vector<Command> inkCommands();
 /// {"ok":true,...} or {"ok":false,"error":"..."}.
 QJsonObject runCommand(CommandContext &context, const QStringList &words);
+/// Their sections of the state.
+void addCardState(Machine &machine, QJsonObject *state);
+void addInkState(Machine &machine, QJsonObject *state);
 QJsonObject stateOf(Machine &machine, Bridge &bridge);

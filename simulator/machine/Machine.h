@@ -8,6 +8,7 @@
 #include "MachineClock.h"
 #include "PartRecorder.h"
 #include "Violations.h"
+#include "cards/BottleRack.h"
 #include "common/Geometry.h"
 
 #include <functional>
@@ -68,6 +69,7 @@ public:
     double completionTime() const;
     bool holdTransfer = false;
 
+    BottleRack &bottles() { return m_bottles; }
     Climate &climate() { return m_climate; }
     const Violations &violations() const { return m_violations; }
     PartRecorder &recorder() { return m_recorder; }
@@ -109,6 +111,7 @@ private:
     double m_presetX = geometry::xHome;
     int m_presetValue = 0;
     HeadArray m_heads;
+    BottleRack m_bottles;
     Climate m_climate;
     Violations m_violations;
     PartRecorder m_recorder;

@@ -1,12 +1,12 @@
 #pragma once
-// A bottle's record as its card tells it.
+// A bottle's record as its card tells it. All zero: no card was read.
 
-#include <QByteArray>
+#include <QtGlobal>
 
 struct CardInfo {
-    QByteArray type;         ///< material code; empty: no card was read
+    char type[12] = {};      ///< material code, for example "MTJ7401"
     quint32 weight = 0;      ///< grams when full
-    QByteArray sn;           ///< serial number
-    QByteArray date;         ///< expiry, digits
+    char sn[16] = {};        ///< serial number
+    quint32 date = 0;        ///< expiry as the number yyyyMMdd; its low byte always reads 0
     quint32 rest_weight = 0; ///< grams left
 };

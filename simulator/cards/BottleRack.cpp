@@ -1,0 +1,3 @@
+#include "BottleRack.h"
+
+BottleRack::BottleRack() = default;

@@ -1,0 +1,10 @@
+#include "Commands.h"
+
+#include "Machine.h"
+
+std::vector<Command> cardCommands()
+{
+    return {};
+}
+
+void addCardState(Machine &, QJsonObject *) {}
