@@ -9,6 +9,7 @@ constexpr int alreadyShown = -1; ///< the site that failed has told the operator
 constexpr int levellerFault = 0x09;
 constexpr int inkDoorOpen = 0x10;
 constexpr int inkStackFault = 0x11;
+constexpr int pressureRecovering = 0x12;
 constexpr int otherMachine = 0x13;
 constexpr int heating = 0x14;
 constexpr int levellerNotStarted = 0x15;

@@ -31,6 +31,7 @@ QString timeText()
 
 void PrintService::beginJob()
 {
+    m_cleanCnt = 0;
     m_reprintCounter = 0;
     m_imagesSent = 0;
     resetPrintState(0);

@@ -27,9 +27,9 @@ void PrintService::showPrintMessage(quint32 code, const QString &text, int icon,
     emit MessageFormShowSig(messageTitle(code), text, icon, btn, objectName());
 }
 
-void PrintService::clearPrintMessage()
+void PrintService::clearPrintMessage(int icon)
 {
-    emit MessageFormShowSig(QString(), QString(), MessageIcon::none, MessageButtons::dismiss, objectName());
+    emit MessageFormShowSig(QString(), QString(), icon, MessageButtons::dismiss, objectName());
 }
 
 void PrintService::stopPrint(quint32 code, const QString &text, int icon, int btn, bool moveZ, float z)

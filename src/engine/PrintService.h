@@ -28,6 +28,10 @@ public:
     /// Homes the axes and proves that the ink stack is parked; 0 or an event id. Job thread or service page's
     /// worker.
     int prepareMachine();
+    /// Wipes the heads on the ink stack; 0 or an event id. At the start of a job it is deep and fires the
+    /// nozzles; the second argument has no effect. Reads the status alone: a stop ends it while it waits for
+    /// ink. CleanNozzle.cpp. Job thread or service page's worker.
+    int cleanNozzle(bool atStart, int unused);
 
 signals:
     /// Asks the Home page to pause, as if its button were pressed.
@@ -46,7 +50,7 @@ protected:
 
     void showPrintMessage(quint32 code, const QString &text, int icon, int btn);
     /// Takes the message off the screen.
-    void clearPrintMessage();
+    void clearPrintMessage(int icon = 0);
     /// Ends a job with a message. With `moveZ` the bed first drops clear of the heads. The status stays as it
     /// is.
     void stopPrint(quint32 code, const QString &text, int icon, int btn, bool moveZ, float z);
@@ -70,6 +74,8 @@ protected:
 
     /// Layer in work, as the slicer counts. Any thread may read.
     std::atomic<int> m_printLayer{0};
+    /// Cleanings of this job so far. The thread that cleans.
+    int m_cleanCnt = 0;
     /// Layers still to be printed again going back; 0 in normal printing.
     std::atomic<int> m_reprintCounter{0};
     /// Pictures handed to the library in this transfer; the library's thread counts.
@@ -91,6 +97,15 @@ private:
     void showResult(int code);
     void standBy();
     void finish(int code);
+    // Steps of cleanNozzle, each with its code.
+    int approachStack();
+    int pressOnStack();
+    int pressHeads();
+    void waitVacuum();
+    int wipeHeads(bool atStart);
+    int pullInkStackBack();
+    int showStackFault();
+    int stopCleaning();
     int holdForSlice(int layer, int waitNumber, float z);
 
     mutable Mutex m_stateMutex; // the job thread writes while pages and remote commands copy

@@ -23,6 +23,12 @@ namespace
 constexpr int holdLayers = 70;
 /// Layers after the first whose time stands for all.
 constexpr int timedLayers = 10;
+/// Above this Z no cleaning takes place: the bed is near the end of its travel.
+constexpr float cleanLimit = 130000;
+/// Layers gone back after a cleaning, each shaved again by the leveller.
+constexpr int reprintDepth = 20;
+/// X speed of the empty sweeps after a cleaning.
+constexpr int levellingSpeed = 800;
 /// Fans follow the heads' temperature only once the part stands clear of the base.
 constexpr int fanFromLayer = 40;
 constexpr unsigned inkDoorPollMs = 5000;
@@ -63,6 +69,7 @@ struct XdmControl::LayerLoop {
     int startLayer = 0;
     double topMass = 0; ///< drop mass of a head that asks for cleaning; 0: never
     int passDelay = 0;  ///< ms
+    bool clean = false; ///< cleanings take place
     double timed = 0;   ///< seconds of the timed layers
     double paused = 0;  ///< seconds held within the layer
     float lastY = 0;    ///< not rounded
@@ -91,7 +98,7 @@ int XdmControl::moveToStart(float z)
     return waitXStop() == 0 ? JobCode::done : JobCode::xStuck;
 }
 
-int XdmControl::printModel(bool, int passDelay)
+int XdmControl::printModel(bool clean, int passDelay)
 {
     SliceToImage *slices = sliceToImage();
     if (!isKnownPassCount(slices->passCnt())) {
@@ -103,6 +110,9 @@ int XdmControl::printModel(bool, int passDelay)
     LayerLoop loop;
     loop.z = sysConfig()->getFloat(QStringLiteral("ZStartPos"));
     loop.passDelay = passDelay;
+    loop.clean = clean;
+    if (const int code = clean ? cleanNozzle(true, 1) : JobCode::done)
+        return code;
     if (const int code = moveToStart(loop.z))
         return code;
     loop.startLayer = static_cast<int>(sysConfig()->getFloat(QStringLiteral("StartLayer")));
@@ -129,7 +139,11 @@ int XdmControl::printLayer(LayerLoop &loop)
     SliceToImage *slices = sliceToImage();
     if (const int code = stepZ(loop))
         return code;
-    slices->calcDotCount(loop.topMass); // keeps the heads' masses; counts the layer printed last
+    const bool massLaid = slices->calcDotCount(loop.topMass); // counts the layer printed last
+    if (massLaid && loop.clean && loop.z < cleanLimit) {
+        if (const int code = cleanInMidJob(loop))
+            return code;
+    }
     if (waitSlice(m_printLayer, loop.z) != 0)
         return JobCode::alreadyShown;
     const double layerStart = wallSeconds();
@@ -163,6 +177,28 @@ int XdmControl::stepZ(LayerLoop &loop)
     else if (loop.z > 0)
         loop.z -= loop.layerUm;
     return zMovePos(loop.z, true) ? JobCode::zStuck : JobCode::done;
+}
+
+int XdmControl::cleanInMidJob(const LayerLoop &loop)
+{
+    if (const int code = cleanNozzle(false, 1))
+        return code;
+    xStartMove();
+    if (waitXStop() != 0)
+        return JobCode::xStuck;
+    if (yMovePos(loop.lastY, true) != 0)
+        return JobCode::yStuck;
+    if (zMovePos(loop.z, true))
+        return JobCode::zStuck;
+    setXSpeed(levellingSpeed);
+    xStartMove();
+    if (waitXStop() != 0)
+        return JobCode::xStuck;
+    if (const int code = sweepTwice())
+        return code;
+    setXSpeed(static_cast<int>(sysConfig()->getFloat(QStringLiteral("XMoveSpeed"))));
+    m_reprintCounter = reprintDepth;
+    return JobCode::done;
 }
 
 int XdmControl::printPass(LayerLoop &loop, int pass)
@@ -244,8 +280,8 @@ int XdmControl::RePrintLayer(float z, int *counter)
         LOG_WARNING(QStringLiteral("m_printLayer = %1 reprintLayer= %2").arg(m_printLayer).arg(*counter));
         return JobCode::done;
     }
-    // The last two heights are swept without printing. Z here is a copy: the loop goes on from its own. The last
-    // pass may still be running out.
+    // The last two heights are swept without printing. Z here is a copy: the loop goes on from its own. The
+    // last pass may still be running out.
     if (isXStuck())
         return JobCode::xStuck;
     for (int height = 0; height < 2; ++height) {

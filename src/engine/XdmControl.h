@@ -41,6 +41,8 @@ private:
 
     int moveToStart(float z);
     int printLayer(LayerLoop &loop);
+    /// Cleans the heads, levels what stands, and has the loop go back some layers.
+    int cleanInMidJob(const LayerLoop &loop);
     int printPass(LayerLoop &loop, int pass);
     int stepZ(LayerLoop &loop);
     void countLayer(LayerLoop &loop, double layerStart);

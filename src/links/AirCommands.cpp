@@ -4,6 +4,8 @@
 #include "frame/Singleton.h"
 #include "platform/Mutex.h"
 
+#include <QtEndian>
+
 #include <iterator>
 
 namespace
@@ -11,6 +13,7 @@ namespace
 
 enum AirCode : quint8 {
     codeInkDoor = 0x33,
+    codeNegativePressures = 0x34,
     codeStackTemp = 0x40,
     codeTopFan = 0x41,
     codeFrontDoor = 0x42,
@@ -69,4 +72,15 @@ void pressInk()
 void pressOneHd(quint8 command)
 {
     sendOnly(canMessage(boardAir, command));
+}
+
+std::array<qint16, 3> negativePressures()
+{
+    std::array<qint16, 3> pressures = {};
+    CanMsg message = canMessage(boardAir, codeNegativePressures);
+    if (send(message) == SendOk) {
+        for (size_t head = 0; head < pressures.size(); ++head)
+            pressures[head] = qFromLittleEndian<qint16>(message.data + 2 + 2 * head);
+    }
+    return pressures;
 }

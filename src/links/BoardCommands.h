@@ -7,6 +7,8 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <array>
+
 constexpr int boardMotion = 2;
 constexpr int boardInk = 3;
 constexpr int boardAir = 5;
@@ -55,6 +57,8 @@ void setRGB(quint8 code);
 void setStackTemp(quint8 value);
 void pressInk();
 void pressOneHd(quint8 command);
+/// Hold pressures of the three heads; 0 when the board does not answer.
+std::array<qint16, 3> negativePressures();
 
 // Fans, HeadSideCommands.cpp
 void setFanStatus(quint8 a, quint8 b, quint8 c, quint8 d);

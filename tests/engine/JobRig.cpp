@@ -63,6 +63,12 @@ QStringList ProbeJob::messages() const
     return m_messages;
 }
 
+QStringList ProbeJob::takeMessages()
+{
+    MutexLock lock(m_messageMutex);
+    return std::exchange(m_messages, {});
+}
+
 JobRig::JobRig()
 {
     QFile::link(FAKE_HIB_FILE, "libhibApiDll64.so");
@@ -86,6 +92,8 @@ void JobRig::reset()
     bridge.reset();
     bridge.setValue(2, 0x90, 500);      // the leveller turns
     bridge.setBytes(5, 0x33, {{2, 1}}); // the ink box door is closed
+    bridge.setBytes(5, 0x34, {{2, 0x3E}, {3, 0xFE}, {4, 0x3E}, {5, 0xFE}, {6, 0x3E}, {7, 0xFE}}); // -450
+    setUpStack();
     for (const char *function : {"hibWaitForImageTransferCompleteWto", "hibAdjustWaveformVoltage",
                                  "hibSetupAllDotclocks", "hibConfigPrintBarHead"})
         hibFail(function, 0);
@@ -99,6 +107,32 @@ void JobRig::reset()
         "ForwardStartPos":1.5,"ForwardYOffset1":11,"ForwardYOffset2":12,"ForwardYOffset3":13,
         "ReverseStartPos":2.5,"ReverseYOffset1":21,"ReverseYOffset3":23})";
     install.writeConfig("Sys", QJsonDocument::fromJson(sys).object());
+}
+
+/// The stack follows the magnet, wherever the carriage is.
+void JobRig::setUpStack()
+{
+    stickStack(0, 0);
+    m_coupled = false;
+    bridge.setHandler(2, 0x87, [this](const BoardRequest &request) {
+        const bool on = request.data[1] != 0;
+        std::atomic<int> &sticks = on ? m_stickCoupling : m_stickUncoupling;
+        if (on == m_coupled || sticks-- > 0)
+            return request.data;
+        m_coupled = on;
+        return request.data;
+    });
+    bridge.setHandler(2, 0x72, [this](const BoardRequest &request) {
+        QByteArray answer = request.data;
+        answer[2] = char(m_coupled);
+        return answer;
+    });
+}
+
+void JobRig::stickStack(int coupling, int uncoupling)
+{
+    m_stickCoupling = coupling;
+    m_stickUncoupling = uncoupling;
 }
 
 bool JobRig::loadModel(const QString &name, const QByteArray &machine)

@@ -27,6 +27,7 @@ public:
     ~ProbeJob() override;
     /// "title|text|icon|buttons" of each message so far, the buttons in hexadecimal.
     QStringList messages() const;
+    QStringList takeMessages();
     bool hasMessage(const QString &part) const { return !messages().filter(part).isEmpty(); }
     std::atomic<int> ended{0}; ///< stopPrintSignals so far
 
@@ -41,6 +42,9 @@ public:
     JobRig();
     /// A healthy machine, an idle status, an empty database.
     void reset();
+    /// How often the ink stack ignores the magnet from now on: when it is to be taken, and when it is to be
+    /// left.
+    void stickStack(int coupling, int uncoupling);
     /// Writes a model for that machine, enters it into the queue and loads it.
     bool loadModel(const QString &name = QStringLiteral("part.tzl"), const QByteArray &machine = "Pelora620");
     /// Starts the tool, which says that `ready` of `total` layers are sliced, and writes the files of `ready`
@@ -60,6 +64,11 @@ public:
     static constexpr quint8 structureByte = 0x22;
 
 private:
+    void setUpStack();
+
+    std::atomic<bool> m_coupled{false}; // the bridge's thread works the stack
+    std::atomic<int> m_stickCoupling{0};
+    std::atomic<int> m_stickUncoupling{0};
     QString m_model;
     decltype(&fakeHibTakeCalls) m_takeCalls = nullptr;
 };

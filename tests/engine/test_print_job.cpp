@@ -120,8 +120,10 @@ void TestPrintJob::printsToTheEnd()
     // The roller starts backwards; Y follows phase and shift; the base stands still until the bed drops at
     // the end.
     QCOMPARE(values(0x8F), (QVector<int>{-501, 0, 200, 501, 0}));
-    QCOMPARE(values(0x60).mid(0, 4), (QVector<int>{11325, 11409, 11367, 11451}));
-    QCOMPARE(values(0x65), (QVector<int>{10000, 1000, 16000}));
+    QCOMPARE(values(0x60).mid(0, 5), (QVector<int>{8000, 11325, 11409, 11367, 11451})); // first to the cleaning
+    const QVector<int> z = values(0x65);
+    QCOMPARE(z.mid(0, 2), (QVector<int>{10000, 145000}));
+    QCOMPARE(z.mid(z.size() - 2), (QVector<int>{1000, 16000}));
     QCOMPARE(m_rig.hibCalls("hibWaitFor").size(), 14 * 4 * 3);
 }
 
