@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "Bridge.h"
+#include "FaultRegister.h"
 #include "Machine.h"
 #include "Site.h"
 
@@ -194,6 +195,11 @@ QString report(CommandContext &context, const QStringList &a, QJsonObject *)
     return context.report(a.value(0));
 }
 
+QString picture(CommandContext &context, const QStringList &a, QJsonObject *)
+{
+    return context.picture(a[0]);
+}
+
 QString stop(CommandContext &context, const QStringList &, QJsonObject *)
 {
     context.stop();
@@ -226,6 +232,7 @@ std::vector<Command> machineCommands()
         {"stated-sleep", "MS",
          "Sleeps that are stated for one gap between two sweeps; the report takes them off.", false,
          statedSleep},
+        {"picture", "FILE", "Saves a picture of the panel.", false, picture},
         {"stop", "", "Writes the report and ends the machine.", false, stop},
         {"silence", "BOARD on|off", "The board carries commands out and does not answer.", true, silence},
         {"board", "BOARD die|revive", "The board neither hears nor answers.", true, board},
@@ -267,7 +274,11 @@ QJsonObject runCommand(CommandContext &context, const QStringList &words)
         const QString error = command.run(context, words.mid(1), &answer);
         if (error == badArguments)
             return failure(QStringLiteral("%1 needs: %2").arg(command.name, command.arguments));
-        return error.isEmpty() ? answer : failure(error);
+        if (!error.isEmpty())
+            return failure(error);
+        if (context.faults)
+            context.faults->note(command, words);
+        return answer;
     }
     return failure("no command '" + words.value(0) + "'; see 'help'");
 }

@@ -9,6 +9,7 @@
 
 class Machine;
 class Bridge;
+class FaultRegister;
 struct Site;
 
 struct CommandContext {
@@ -21,6 +22,10 @@ struct CommandContext {
     std::function<void()> stop;
     /// Sum of the sleeps that are stated for one gap between two sweeps.
     std::function<void(double milliseconds)> setStatedSleep;
+    /// Told of every fault command; may be null.
+    FaultRegister *faults = nullptr;
+    /// Saves a picture of the panel. Null on success, else what is wrong.
+    std::function<QString(const QString &path)> picture = {};
 };
 
 struct Command {

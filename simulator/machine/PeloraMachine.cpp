@@ -28,7 +28,11 @@ CommandContext PeloraMachine::context()
                 QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit,
                                           Qt::QueuedConnection);
             },
-            [this](double milliseconds) { m_options.report.statedSleepMs = milliseconds; }};
+            [this](double milliseconds) { m_options.report.statedSleepMs = milliseconds; },
+            &m_faults,
+            [this](const QString &path) {
+                return m_picture ? m_picture(path) : QStringLiteral("there is no panel; start with --panel");
+            }};
 }
 
 bool PeloraMachine::start(QString *error)

@@ -3,6 +3,7 @@
 
 #include "Bridge.h"
 #include "ControlServer.h"
+#include "FaultRegister.h"
 #include "HeadServer.h"
 #include "Machine.h"
 #include "Pty.h"
@@ -29,16 +30,20 @@ public:
     bool start(QString *error);
     Machine &machine() { return m_machine; }
     const Site &site() const { return m_options.site; }
+    /// What the commands act on, for a panel beside the control socket.
+    CommandContext context();
+    /// Who draws the picture that `machinectl picture` asks for.
+    void setPicture(std::function<QString(const QString &path)> picture) { m_picture = std::move(picture); }
     /// Writes the report; once, however often the end is asked for.
     QString finish();
 
 private:
-    CommandContext context();
-
     MachineOptions m_options;
     ScaledClock m_clock;
     Machine m_machine;
     Bridge m_bridge;
+    FaultRegister m_faults;
+    std::function<QString(const QString &path)> m_picture;
     HeadServer m_heads;
     ControlServer m_control;
     Pty m_bridgePort;
