@@ -8,7 +8,10 @@ constexpr int busTest = 0x01;
 constexpr int zones = 7;
 } // namespace
 
-Board::Board(Machine &machine, int number) : m_machine(machine), m_number(number)
+Board::Board(Machine &machine, int number)
+    : m_machine(machine), m_number(number), m_loader([this](const QString &name, const QString &detail) {
+          m_machine.violation(name, QString("board %1: %2").arg(m_number).arg(detail));
+      })
 {
     accept({busTest});
 }
@@ -19,9 +22,14 @@ void Board::accept(std::initializer_list<int> commands)
         on(command, [](frame::Data &) {});
 }
 
-frame::Data Board::answer(const frame::Data &request)
+std::optional<frame::Data> Board::answer(const frame::Data &request)
 {
     m_machine.settle();
+    if (Bootloader::isLoaderCommand(request[0]))
+        return m_loader.isLost(request) ? std::nullopt
+                                        : std::optional(m_loader.answer(request, m_machine.now()));
+    if (m_loader.active())
+        return std::nullopt; // the loader knows nothing else
     frame::Data data = request;
     const auto handler = m_commands.constFind(request[0]);
     if (handler != m_commands.constEnd())

@@ -2,10 +2,12 @@
 // A controller board on the bus: a table of commands. Each handler gets the eight data bytes of a request and
 // turns them into those of the answer; byte 0, the echo of the command, is left as it is.
 
+#include "Bootloader.h"
 #include "Frame.h"
 
 #include <QMap>
 #include <functional>
+#include <optional>
 
 class Machine;
 
@@ -18,7 +20,9 @@ public:
     Board &operator=(const Board &) = delete;
 
     int number() const { return m_number; }
-    frame::Data answer(const frame::Data &request);
+    /// None when the board does not answer.
+    std::optional<frame::Data> answer(const frame::Data &request);
+    Bootloader &loader() { return m_loader; }
 
 protected:
     using Handler = std::function<void(frame::Data &)>;
@@ -44,4 +48,5 @@ private:
     const int m_number;
     QMap<int, Handler> m_commands;
     QMap<int, int> m_latched;
+    Bootloader m_loader;
 };

@@ -33,9 +33,11 @@ void Bridge::onRequest(const frame::Record &request)
             continue;
         frame::Record answer;
         answer.id = uint32_t(number);
-        answer.data = board->answer(request.data);
-        if (!faults.silent.contains(number))
-            reply(answer);
+        const std::optional<frame::Data> data = board->answer(request.data);
+        if (!data || faults.silent.contains(number))
+            continue;
+        answer.data = *data;
+        reply(answer);
     }
 }
 

@@ -28,6 +28,7 @@ public:
     void receive(const QByteArray &bytes) { m_reader.feed(bytes); }
     LineFaults faults;
     void setSeed(unsigned seed) { m_random.seed(seed); }
+    const std::vector<std::unique_ptr<Board>> &boards() const { return m_boards; }
     quint64 requests() const { return m_requests; }
 
 signals:

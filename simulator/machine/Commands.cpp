@@ -254,7 +254,7 @@ const std::vector<Command> &commands()
 {
     static const std::vector<Command> table = [] {
         std::vector<Command> all = machineCommands();
-        for (const std::vector<Command> &part : {cardCommands(), inkCommands()})
+        for (const std::vector<Command> &part : {cardCommands(), inkCommands(), loaderCommands()})
             all.insert(all.end(), part.begin(), part.end());
         return all;
     }();
@@ -313,5 +313,6 @@ QJsonObject stateOf(Machine &machine, Bridge &bridge)
         {"violations", machine.violations().count()}};
     addCardState(machine, &state);
     addInkState(machine, &state);
+    addLoaderState(bridge, &state);
     return state;
 }

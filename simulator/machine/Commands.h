@@ -40,11 +40,14 @@ struct Command {
 const std::vector<Command> &commands();
 /// Bottles and cards, CardCommands.cpp.
 std::vector<Command> cardCommands();
-/// Ink path, ink stack and boot loaders, InkCommands.cpp.
+/// Ink path and ink stack, InkCommands.cpp.
 std::vector<Command> inkCommands();
+/// Boot loaders, LoaderCommands.cpp.
+std::vector<Command> loaderCommands();
 /// {"ok":true,...} or {"ok":false,"error":"..."}.
 QJsonObject runCommand(CommandContext &context, const QStringList &words);
 /// Their sections of the state.
 void addCardState(Machine &machine, QJsonObject *state);
 void addInkState(Machine &machine, QJsonObject *state);
+void addLoaderState(Bridge &bridge, QJsonObject *state);
 QJsonObject stateOf(Machine &machine, Bridge &bridge);
