@@ -98,6 +98,17 @@ void JsonConfig::setValue(QString key, QJsonValue value)
 void JsonConfig::setValueSync(QString key, QJsonValue value)
 {
     MutexLock lock(m_mutex);
+    insertSync(key, value);
+}
+
+void JsonConfig::addSync(const QString &key, double amount)
+{
+    MutexLock lock(m_mutex);
+    insertSync(key, m_object.value(key).toDouble() + amount);
+}
+
+void JsonConfig::insertSync(const QString &key, const QJsonValue &value)
+{
     m_object.insert(key, value);
     const QByteArray text = QJsonDocument(m_object).toJson();
     writeFile(text.constData(), text.size(), m_fileName);

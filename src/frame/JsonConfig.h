@@ -25,6 +25,9 @@ public:
     void setValue(QString key, QJsonValue value);
     /// In memory, and the whole document to the file.
     void setValueSync(QString key, QJsonValue value);
+    /// Adds to a number, absent counting as 0, in memory and in the file. No addition of another thread is
+    /// lost.
+    void addSync(const QString &key, double amount);
     /// Replaces the document by the JSON text in `bytes` up to its first zero byte, and the file `path` by
     /// all `length` bytes as they are. False, and nothing changed, when it is no JSON.
     bool syncFile(const char *bytes, int length, QString path);
@@ -32,6 +35,7 @@ public:
     void syncFile(QString document);
 
 private:
+    void insertSync(const QString &key, const QJsonValue &value) PELORA_REQUIRES(m_mutex);
     int writeFile(const char *bytes, int length, const QString &path) PELORA_REQUIRES(m_mutex);
 
     mutable Mutex m_mutex; // remote writes against the reads of the job and service threads

@@ -7,6 +7,7 @@
 #include "frame/RotatingLog.h"
 #include "frame/Singleton.h"
 #include "links/BoardCommands.h"
+#include "links/FirmwareUpdate.h"
 #include "links/Usb2Can.h"
 #include "material/AirSample.h"
 #include "material/BoardParameters.h"
@@ -20,29 +21,20 @@
 
 namespace
 {
+constexpr int cardPort = 5;
 constexpr int bridgePort = 16;
 constexpr int bridgeBaud = 115200;
 constexpr unsigned passMs = 500;
 
 constexpr quint32 eventNone = 0;
-constexpr quint32 eventHeadLevel = 0x01;
 constexpr quint32 eventBus = 0x02;
 constexpr quint32 eventPort = 0x18;
-constexpr quint32 eventStrFeed = 0xffff04;
-constexpr quint32 eventSupFeed = 0xffff05;
 
 // Encoder counts per inch: one encoder counts micrometres and homes far from its zero, the other is a coarse
 // strip whose position at the home switch stays below the limit.
 constexpr float fineResolution = 25400.0f;
 constexpr float coarseResolution = 1200.0f;
 constexpr int coarseHomeLimit = 10000;
-
-constexpr double lowLevelMargin = 20000.0; ///< raw units below full at which a tank counts as low
-
-// A head whose level cannot be read is told at once and then once a minute, not with each of the 240 passes
-// that the two ink services make in that time: the message would cover the screen for good and fill the event
-// log.
-constexpr unsigned passesPerLevelAlarm = 240;
 } // namespace
 
 BackgroundService *backgroundService()
@@ -58,10 +50,11 @@ BackgroundService::BackgroundService()
 
 void BackgroundService::run()
 {
-    startUp();
-    startThread("supInkService", &BackgroundService::inkServicePass);
-    startThread("strInkService", &BackgroundService::inkServicePass);
-    startThread("doorWatch", &BackgroundService::doorWatchPass);
+    if (!startUp())
+        return;
+    startThread("supInkService", &BackgroundService::supInkService);
+    startThread("strInkService", &BackgroundService::strInkService);
+    startThread("doorWatch", &BackgroundService::doorWatch);
     for (;;) {
         supervisionPass();
         Sleep(passMs);
@@ -70,20 +63,45 @@ void BackgroundService::run()
 
 // Detached, since the object is never destroyed. A thread that cannot be started ends the process: the
 // exception has no handler.
-void BackgroundService::startThread(const char *name, void (BackgroundService::*pass)())
+void BackgroundService::startThread(const char *name, void (BackgroundService::*body)())
 {
-    std::thread([this, name, pass] {
+    std::thread([this, name, body] {
         setThreadName(name);
-        for (;;) {
-            (this->*pass)();
-            Sleep(passMs);
-        }
+        (this->*body)();
     }).detach();
 }
 
-void BackgroundService::startUp()
+void BackgroundService::strInkService()
+{
+    inkService(StructureInk);
+}
+
+void BackgroundService::supInkService()
+{
+    inkService(SupportInk);
+}
+
+void BackgroundService::inkService(InkPath ink)
+{
+    for (;;) {
+        if (inkServicePass(ink))
+            Sleep(passMs);
+    }
+}
+
+void BackgroundService::doorWatch()
+{
+    for (;;) {
+        doorWatchPass();
+        Sleep(passMs);
+    }
+}
+
+bool BackgroundService::startUp()
 {
     openLinks();
+    if (updateFirmware())
+        return false;
     initEncoderResolution();
     sendParameters();
     setUpHeads();
@@ -91,12 +109,23 @@ void BackgroundService::startUp()
     sendStartState();
     tempCtl()->setMode(0);
     setXSpeed(qint32(sysConfig()->getFloat(QStringLiteral("XMoveSpeed"))));
+    return true;
 }
 
+// One alarm, and the bridge counts more: without cards the machine still moves and heats.
 void BackgroundService::openLinks()
 {
+    int failedPort = m_bottles.openPort(cardPort) ? 0 : cardPort;
     if (!usb2Can()->OpenPort(bridgePort, bridgeBaud))
-        showAlarm(eventPort, EventHandler::eventMessage(eventPort).arg(bridgePort));
+        failedPort = bridgePort;
+    if (failedPort != 0)
+        showAlarm(m_show, eventPort, EventHandler::eventMessage(eventPort).arg(failedPort));
+}
+
+bool BackgroundService::updateFirmware()
+{
+    return updateStm32(
+        [this](const QString &text, int icon, int btn) { m_show(eventNone, text, icon, btn); });
 }
 
 void BackgroundService::initEncoderResolution()
@@ -117,16 +146,16 @@ void BackgroundService::setUpHeads()
 {
     const HeadBoardReport report = setUpHeadBoards();
     for (const QString &line : report.wrongBoards)
-        showAlarm(eventNone, line);
+        showAlarm(m_show, eventNone, line);
     if (!report.fault.isEmpty())
-        showAlarm(eventNone, report.fault);
+        showAlarm(m_show, eventNone, report.fault);
 }
 
 void BackgroundService::testCan()
 {
     const QString failed = m_busTest.testCan();
     if (!failed.isEmpty())
-        showAlarm(eventBus, EventHandler::eventMessage(eventBus).arg(failed));
+        showAlarm(m_show, eventBus, EventHandler::eventMessage(eventBus).arg(failed));
 }
 
 void BackgroundService::sendStartState()
@@ -150,10 +179,8 @@ void BackgroundService::refreshNozzleFull()
 {
     const QJsonObject ink = inkConfig()->object();
     const auto full = ink.constFind(QLatin1String("NozzleFullValue"));
-    if (full == ink.constEnd())
-        return;
-    MutexLock lock(m_fullMutex);
-    m_nozzleFull = full->toObject();
+    if (full != ink.constEnd())
+        inkLevels().setFull(full->toObject());
 }
 
 void BackgroundService::sampleAir()
@@ -162,23 +189,12 @@ void BackgroundService::sampleAir()
         airLog().writeLine(airSampleLine());
 }
 
-void BackgroundService::inkServicePass()
-{
-    for (int head = 1; head <= InkLevels::heads; ++head) {
-        std::atomic<unsigned> &failures = m_levelFailures[size_t(head - 1)];
-        if (inkLevels().read(head))
-            failures = 0;
-        else if (failures++ % passesPerLevelAlarm == 0)
-            showAlarm(eventHeadLevel, EventHandler::eventMessage(eventHeadLevel).arg(head));
-    }
-}
-
 void BackgroundService::doorWatchPass()
 {
     const bool closed = isInkDoorClosed();
     if (closed && m_inkDoorClosed == 0) {
-        EventHandler::clearEvent(eventStrFeed);
-        EventHandler::clearEvent(eventSupFeed);
+        InkFeeding::forgetFailures();
+        m_bottles.updateCard();
     }
     m_inkDoorClosed = closed;
 }
@@ -186,26 +202,6 @@ void BackgroundService::doorWatchPass()
 float BackgroundService::encoderResolution() const
 {
     return m_fEncoderResolution;
-}
-
-Bottles BackgroundService::cards() const
-{
-    Bottles bottles;
-    bottles.strUse = m_strUse;
-    bottles.supUse = m_supUse;
-    MutexLock lock(m_mutex);
-    bottles.cards = m_cards;
-    return bottles;
-}
-
-void BackgroundService::setBottleInUse(quint8 strUse, quint8 supUse)
-{
-    if ((strUse != 4 && strUse != 5) || (supUse != 2 && supUse != 3)) {
-        LOG_WARNING(QStringLiteral("no such bottles %1 %2").arg(strUse).arg(supUse));
-        return;
-    }
-    m_strUse = strUse;
-    m_supUse = supUse;
 }
 
 QString BackgroundService::structureBottleSerial() const
@@ -222,19 +218,7 @@ QString BackgroundService::supportBottleSerial() const
 
 bool BackgroundService::checkHeadInkLevels()
 {
-    QJsonObject full;
-    {
-        MutexLock lock(m_fullMutex);
-        full = m_nozzleFull;
-    }
-    bool low = false;
-    for (int tank = 0; tank < InkLevels::tanks; ++tank) {
-        const double limit = full.value(InkLevels::key(tank)).toDouble() - lowLevelMargin;
-        low = low || inkLevels().level(tank) < limit;
-    }
-    if (m_inkLow.exchange(low) != low)
-        LOG_WARNING(QStringLiteral(" hd:%1").arg(inkLevels().text()));
-    return low;
+    return inkLevels().checkHeadInkLevels();
 }
 
 void BackgroundService::getHeadInkLevels(QJsonObject &levels) const
@@ -255,10 +239,4 @@ void BackgroundService::setTemperatureMode(quint8 mode)
 void BackgroundService::showMessage(quint32 id, const QString &prompt, int icon, int btn)
 {
     emit MessageFormShowSig(messageTitle(id), prompt, icon, btn, objectName());
-}
-
-// Waits for the form to show it, never for the operator.
-void BackgroundService::showAlarm(quint32 id, const QString &prompt)
-{
-    showMessage(id, prompt, MessageIcon::critical, MessageButtons::close);
 }

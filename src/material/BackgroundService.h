@@ -2,22 +2,13 @@
 // Keeps the machine usable for the life of the process: links, start state of the boards, supervision.
 
 #include "engine/MachineServices.h"
-#include "links/CardInfo.h"
+#include "material/BottleAccount.h"
 #include "material/BusTest.h"
-#include "material/InkLevels.h"
-#include "platform/Mutex.h"
+#include "material/InkFeeding.h"
 
 #include <QJsonObject>
 #include <QThread>
-#include <array>
 #include <atomic>
-
-/// What the pages and the record see of the bottles: a copy.
-struct Bottles {
-    std::array<CardInfo, 6> cards; ///< slots 2 and 3 support, 4 and 5 structure
-    quint8 strUse = 5;
-    quint8 supUse = 3;
-};
 
 class BackgroundService : public QThread, public MachineServices
 {
@@ -27,9 +18,9 @@ public:
     BackgroundService();
     // Any thread:
     float encoderResolution() const override;
-    Bottles cards() const;
+    Bottles cards() const { return m_bottles.cards(); }
     /// Structure 4 or 5, support 2 or 3; anything else changes nothing.
-    void setBottleInUse(quint8 strUse, quint8 supUse);
+    void setBottleInUse(quint8 strUse, quint8 supUse) { m_bottles.setBottleInUse(strUse, supUse); }
     bool checkHeadInkLevels() override;
     void getHeadInkLevels(QJsonObject &levels) const;
     bool isTempReady() const override;
@@ -39,14 +30,15 @@ public:
     /// True while the ink-box door is known to be closed.
     bool isInkDoorKnownClosed() const { return m_inkDoorClosed != 0; }
 
-    // What the service's threads do, a pass at a time. None of them ends; each sleeps 500 ms between passes.
-    /// Links and boards into their start state, before the first pass. Service thread.
-    void startUp();
+    // What the service's threads do, a pass at a time. None of them ends.
+    /// Links and boards into their start state, before the first pass. False: there was new firmware for a
+    /// board, and nothing runs until the machine has been switched off and on. Service thread.
+    bool startUp();
     /// Supervision. Service thread.
     void supervisionPass();
-    /// Reads the levels of the heads. Each ink service's thread.
-    void inkServicePass();
-    /// Watches the ink-box door. Its own thread.
+    /// Levels and feeding of one wax. False: the next pass follows at once. That ink service's thread.
+    bool inkServicePass(InkPath ink) { return m_feeding.pass(ink); }
+    /// Watches the ink-box door, and reads the bottles' cards when it has been closed. Its own thread.
     void doorWatchPass();
 
 signals:
@@ -57,30 +49,28 @@ protected:
 
 private:
     void openLinks();
+    bool updateFirmware();
     void initEncoderResolution();
     void sendParameters();
     void setUpHeads();
     void testCan();
     void sendStartState();
-    void startThread(const char *name, void (BackgroundService::*pass)());
+    void startThread(const char *name, void (BackgroundService::*body)());
+    void strInkService();
+    void supInkService();
+    void inkService(InkPath ink);
+    void doorWatch();
     void refreshNozzleFull();
     void sampleAir();
     void showMessage(quint32 id, const QString &prompt, int icon, int btn);
-    void showAlarm(quint32 id, const QString &prompt);
 
-    mutable Mutex
-        m_mutex; // the door watch and the ink services write the bottles that the pages and the job read
-    std::array<CardInfo, 6> m_cards PELORA_GUARDED_BY(m_mutex);
     std::atomic<quint8> m_inkDoorClosed{0};
-    std::atomic<quint8> m_strUse{5};
-    std::atomic<quint8> m_supUse{3};
     std::atomic<float> m_fEncoderResolution{25400.0f}; // written at start, read by the job
-
-    mutable Mutex m_fullMutex; // the service thread refreshes what the job and the ink services compare with
-    QJsonObject m_nozzleFull PELORA_GUARDED_BY(m_fullMutex);
-
-    std::atomic<bool> m_inkLow{false};
-    std::array<std::atomic<unsigned>, InkLevels::heads> m_levelFailures = {}; // both ink services count
+    const ServiceMessage m_show = [this](quint32 id, const QString &prompt, int icon, int btn) {
+        showMessage(id, prompt, icon, btn);
+    };
+    BottleAccount m_bottles{m_show, m_inkDoorClosed};
+    InkFeeding m_feeding{m_bottles, m_inkDoorClosed, m_show};
     BusTest m_busTest;
 };
 

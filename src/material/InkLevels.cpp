@@ -1,8 +1,14 @@
 #include "material/InkLevels.h"
 
 #include "engine/HibLibrary.h"
+#include "platform/Log.h"
 
 #include <QStringList>
+
+namespace
+{
+constexpr double lowLevelMargin = 20000.0; ///< below full by which a tank counts as low
+} // namespace
 
 InkLevels &inkLevels()
 {
@@ -37,4 +43,27 @@ QString InkLevels::text() const
     for (int tank = 0; tank < tanks; ++tank)
         values << QString::number(level(tank));
     return values.join(QLatin1Char(','));
+}
+
+void InkLevels::setFull(const QJsonObject &full)
+{
+    MutexLock lock(m_fullMutex);
+    m_nozzleFull = full;
+}
+
+QJsonObject InkLevels::full() const
+{
+    MutexLock lock(m_fullMutex);
+    return m_nozzleFull;
+}
+
+bool InkLevels::checkHeadInkLevels()
+{
+    const QJsonObject fullValues = full();
+    bool low = false;
+    for (int tank = 0; tank < tanks; ++tank)
+        low = low || level(tank) < fullValues.value(key(tank)).toDouble() - lowLevelMargin;
+    if (m_low.exchange(low) != low)
+        LOG_WARNING(QStringLiteral(" hd:%1").arg(text()));
+    return low;
 }

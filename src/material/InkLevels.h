@@ -1,5 +1,8 @@
 #pragma once
-// The last level of each tank of the three heads, in the head boards' raw units.
+// The last level of each tank of the three heads and the level that counts as full, in the head boards' raw
+// units.
+
+#include "platform/Mutex.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -23,8 +26,17 @@ public:
     /// All six in the order of the tanks with commas between. Any thread.
     QString text() const;
 
+    /// The full values by the tanks' keys. Any thread, as all from here on.
+    void setFull(const QJsonObject &full);
+    QJsonObject full() const;
+    /// True if any tank is low, logged when that changes. A tank without a full value never is.
+    bool checkHeadInkLevels();
+
 private:
     std::array<std::atomic<int>, tanks> m_levels = {};
+    std::atomic<bool> m_low{false};
+    mutable Mutex m_fullMutex; // the service thread refreshes what the job and the ink services compare with
+    QJsonObject m_nozzleFull PELORA_GUARDED_BY(m_fullMutex);
 };
 
 /// The process's one set of levels. Any thread.
