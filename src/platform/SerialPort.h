@@ -21,6 +21,8 @@ public:
 
     /// Bytes written; less than `length` when the time is over (real milliseconds), 0 on failure. One writer.
     int write(const quint8 *bytes, int length, unsigned timeoutMs);
+    /// Waits until what was written has left the computer, at most `timeoutMs` real milliseconds. The writer.
+    void flush(unsigned timeoutMs);
     /// Returns within a few milliseconds with up to `capacity` bytes, 0 when none came, -1 when the device
     /// is gone. One reader, which may be another thread than the writer.
     int read(quint8 *buffer, int capacity);

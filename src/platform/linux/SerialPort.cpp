@@ -12,6 +12,7 @@
 #include <mutex>
 #include <poll.h>
 #include <shared_mutex>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -130,6 +131,16 @@ int SerialPort::write(const quint8 *bytes, int length, unsigned timeoutMs)
         waitFor(d->fd, POLLOUT, int(std::min<qint64>(left, writeSliceMs)));
     }
     return done;
+}
+
+void SerialPort::flush(unsigned timeoutMs)
+{
+    std::shared_lock<std::shared_mutex> lock(d->use);
+    QElapsedTimer timer;
+    timer.start();
+    int queued = 0;
+    while (::ioctl(d->fd, TIOCOUTQ, &queued) == 0 && queued > 0 && !timer.hasExpired(timeoutMs) && !d->closing)
+        waitFor(-1, 0, 1);
 }
 
 int SerialPort::read(quint8 *buffer, int capacity)
