@@ -322,6 +322,33 @@
     </message>
 </context>
 <context>
+    <name>FirmwareUpdate</name>
+    <message>
+        <source>准备升级，请稍后</source>
+        <translation>Preparing the update, please wait</translation>
+    </message>
+    <message>
+        <source>模式切换错误，升级失败(%1!=%2)</source>
+        <translation>Mode switch error, update failed (%1!=%2)</translation>
+    </message>
+    <message>
+        <source>升级模式切换错误，升级失败,请断电重启(%1 != %2)</source>
+        <translation>Update mode switch error, update failed, please switch off and on again (%1 != %2)</translation>
+    </message>
+    <message>
+        <source>数据发送错误，升级失败重启后将重新升级</source>
+        <translation>Data send error, update failed; it runs again after a restart</translation>
+    </message>
+    <message>
+        <source>%1#电路板升级中</source>
+        <translation>Updating board %1</translation>
+    </message>
+    <message>
+        <source>所有电路升级完成,请断电重启</source>
+        <translation>All boards are updated, please switch off and on again</translation>
+    </message>
+</context>
+<context>
     <name>HomeForm</name>
     <message>
         <source>预热中... ...</source>
