@@ -471,6 +471,89 @@
     </message>
 </context>
 <context>
+    <name>MaterialForm</name>
+    <message>
+        <source>材料</source>
+        <translation>Material</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Support wax</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Structure wax</translation>
+    </message>
+    <message>
+        <source>墨瓶 1</source>
+        <translation>Bottle 1</translation>
+    </message>
+    <message>
+        <source>墨瓶 2</source>
+        <translation>Bottle 2</translation>
+    </message>
+    <message>
+        <source>墨瓶 3</source>
+        <translation>Bottle 3</translation>
+    </message>
+    <message>
+        <source>墨瓶 4</source>
+        <translation>Bottle 4</translation>
+    </message>
+    <message>
+        <source>触摸墨瓶查看详情</source>
+        <translation>Touch a bottle for its details</translation>
+    </message>
+    <message>
+        <source>缺失</source>
+        <translation>Missing</translation>
+    </message>
+    <message>
+        <source>使用中</source>
+        <translation>In use</translation>
+    </message>
+    <message>
+        <source>已安装</source>
+        <translation>Installed</translation>
+    </message>
+    <message>
+        <source>未安装</source>
+        <translation>Not installed</translation>
+    </message>
+    <message>
+        <source>剩余重量</source>
+        <translation>Rest weight</translation>
+    </message>
+    <message>
+        <source>剩余比例</source>
+        <translation>Rest in percent</translation>
+    </message>
+    <message>
+        <source>批号</source>
+        <translation>Batch</translation>
+    </message>
+    <message>
+        <source>过期日期</source>
+        <translation>Expiry date</translation>
+    </message>
+    <message>
+        <source>型号</source>
+        <translation>Model</translation>
+    </message>
+    <message>
+        <source>材料状态</source>
+        <translation>Material state</translation>
+    </message>
+    <message>
+        <source>激活</source>
+        <translation>Activate</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
     <name>MsgForm</name>
     <message>
         <source>否</source>

@@ -2,8 +2,10 @@
 
 #include "engine/XdmControl.h"
 #include "events/EventHandler.h"
+#include "forms/BottleBar.h"
 #include "forms/FileForm.h"
 #include "forms/Icons.h"
+#include "forms/MaterialForm.h"
 #include "frame/Folders.h"
 #include "frame/Singleton.h"
 #include "links/BoardCommands.h"
@@ -89,9 +91,8 @@ void HomeForm::showStatus()
 
 void HomeForm::msecEvent()
 {
-    const Bottles bottles = backgroundService()->cards();
-    showBottle(ui->str_progressBar, ui->label_strWeight, bottles.cards[bottles.strUse]);
-    showBottle(ui->sup_progressBar, ui->label_supWeight, bottles.cards[bottles.supUse]);
+    materialForm()->refresh();
+    showBottles(backgroundService()->cards());
     const QJsonObject state = xdmControl()->printState();
     ui->label_LeftTime->setText(hoursAndMinutes(int(state.value("LeftTime").toDouble())));
     if (!state.value("Tips").toString().isEmpty() && xdmControl()->getPrintStatus() != PrintStatusIdle)
@@ -99,20 +100,15 @@ void HomeForm::msecEvent()
     update();
 }
 
-BottleBar bottleBar(const CardInfo &bottle)
+void HomeForm::showBottles(const Bottles &bottles)
 {
-    const quint32 total = bottle.weight ? bottle.weight : fullBottleGrams;
-    quint32 rest = bottle.rest_weight;
-    if (rest != 0)
-        rest = qMax(rest, total / 100); // a small rest stays visible
-    return {int(total), int(qMin(rest, total))};
+    showBottle(ui->str_progressBar, ui->label_strWeight, bottles.cards[bottles.strUse]);
+    showBottle(ui->sup_progressBar, ui->label_supWeight, bottles.cards[bottles.supUse]);
 }
 
 void HomeForm::showBottle(QProgressBar *bar, QLabel *label, const CardInfo &bottle)
 {
-    const BottleBar range = bottleBar(bottle);
-    bar->setRange(0, range.maximum);
-    bar->setValue(range.value);
+    showBar(bar, bottleBar(bottle, fullBottleGrams));
     label->setText(QStringLiteral("%1 g").arg(bottle.rest_weight));
 }
 

@@ -16,6 +16,7 @@ class HomeForm;
 class QJsonObject;
 class QLabel;
 class QProgressBar;
+struct Bottles;
 struct CardInfo;
 
 /// What the space of the program's disk means for a start.
@@ -26,13 +27,6 @@ struct DiskVerdict {
 /// `root` is the beginning of the program's path. Only prints when there is room for the layers.
 DiskVerdict judgeDisk(const QString &root, const DiskSpace &space);
 
-/// A bottle as its bar shows it, in grams.
-struct BottleBar {
-    int maximum = 0;
-    int value = 0;
-};
-BottleBar bottleBar(const CardInfo &bottle);
-
 /// GUI thread.
 class HomeForm : public QWidget, public IMsgForm
 {
@@ -42,9 +36,11 @@ public:
     ~HomeForm() override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Shows the two bottles in use.
+    void showBottles(const Bottles &bottles);
 
 public slots:
-    /// Every 5 s: bottles, times and progress.
+    /// Every 5 s, whichever page is up: the material page, bottles, times and progress.
     void msecEvent();
     /// The job is over.
     void stopPrintSlots();

@@ -5,6 +5,7 @@
 #include "forms/FileForm.h"
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
+#include "forms/MaterialForm.h"
 #include "forms/MsgForm.h"
 #include "forms/StartCheck.h"
 #include "frame/Singleton.h"
@@ -68,7 +69,7 @@ void MainWindow::setUpButtons()
     ui->pushButton_material->setIcon(choiceIcon("material"));
     ui->pushButton_tool->setIcon(choiceIcon("tool"));
     ui->pushButton_setup->setIcon(choiceIcon("setup"));
-    for (QToolButton *button : {ui->pushButton_material, ui->pushButton_tool, ui->pushButton_setup})
+    for (QToolButton *button : {ui->pushButton_tool, ui->pushButton_setup})
         button->setEnabled(false); // these pages do not exist yet
 }
 
@@ -150,6 +151,11 @@ void MainWindow::on_pushButton_home_clicked()
 void MainWindow::on_pushButton_fileList_clicked()
 {
     choose(ui->pushButton_fileList, fileForm());
+}
+
+void MainWindow::on_pushButton_material_clicked()
+{
+    choose(ui->pushButton_material, materialForm());
 }
 
 void MainWindow::closeEvent(QCloseEvent *)

@@ -29,6 +29,7 @@ public slots:
     void showWidgetInStacked(QWidget *page);
     void on_pushButton_home_clicked();
     void on_pushButton_fileList_clicked();
+    void on_pushButton_material_clicked();
 
 signals:
     /// The letter's code of a disk that came, 0xFF when one went.

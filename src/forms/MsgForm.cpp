@@ -2,6 +2,7 @@
 
 #include "events/EventHandler.h"
 #include "events/OperatorMessage.h"
+#include "forms/StyleProperty.h"
 #include "frame/Singleton.h"
 #include "platform/Log.h"
 #include "ui_MsgForm.h"
@@ -10,7 +11,6 @@
 #include <QEventLoop>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QStyle>
 #include <limits>
 #include <optional>
 
@@ -109,13 +109,10 @@ void MsgForm::showKind(const Kind &kind)
 
 void MsgForm::showImage(const Kind &kind)
 {
-    const char *const property = "icon"; // the style sheet outlines warnings and errors
-    if (ui->frame_msg->property(property) == kind.icon)
-        return; // each setting polishes anew, and progress comes often
-    ui->label_backImage->setStyleSheet(QString::fromLatin1(kind.image));
-    ui->frame_msg->setProperty(property, kind.icon);
-    ui->frame_msg->style()->unpolish(ui->frame_msg);
-    ui->frame_msg->style()->polish(ui->frame_msg);
+    const QString image = QString::fromLatin1(kind.image);
+    if (ui->label_backImage->styleSheet() != image) // each setting polishes anew, and progress comes often
+        ui->label_backImage->setStyleSheet(image);
+    setStyleProperty(ui->frame_msg, "icon", kind.icon); // the style sheet outlines warnings and errors
 }
 
 QString MsgForm::readInfo(const QString &info)

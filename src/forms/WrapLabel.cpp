@@ -1,6 +1,7 @@
 #include "forms/WrapLabel.h"
 
 #include <QPainter>
+#include <QTextDocument>
 #include <QTextLayout>
 #include <QtMath>
 #include <utility>
@@ -34,6 +35,17 @@ std::pair<qreal, int> breakLines(QTextLayout &layout, Qt::Alignment alignment, q
     return {y, last};
 }
 
+/// Quiet captions on the left, values on the right, a row as high as a line of the lists.
+void layTable(QTextDocument &table, const QString &text, const QFont &font, int width)
+{
+    table.setDocumentMargin(0);
+    table.setDefaultFont(font);
+    table.setDefaultStyleSheet(QStringLiteral("td { color: #9aa5b1; padding: 6px 0 } "
+                                              "td[align=\"right\"] { color: #eef2f6 }"));
+    table.setHtml(text);
+    table.setTextWidth(width);
+}
+
 /// QTextLayout knows one line break alone.
 QString layoutText(QString text)
 {
@@ -51,6 +63,11 @@ WrapLabel::WrapLabel(QWidget *parent) : QLabel(parent)
 
 int WrapLabel::heightForWidth(int width) const
 {
+    if (isTable()) {
+        QTextDocument table;
+        layTable(table, text(), font(), width);
+        return qCeil(table.size().height());
+    }
     QTextLayout layout(layoutText(text()), font());
     return qCeil(breakLines(layout, alignment(), width, QWIDGETSIZE_MAX).first);
 }
@@ -66,9 +83,25 @@ QSize WrapLabel::minimumSizeHint() const
     return {naturalWidth / 2, fontMetrics().height()};
 }
 
+bool WrapLabel::isTable() const
+{
+    return textFormat() == Qt::AutoText && text().startsWith(QLatin1String("<table"));
+}
+
+void WrapLabel::paintTable(const QRect &area)
+{
+    QTextDocument table;
+    layTable(table, text(), font(), area.width());
+    QPainter painter(this);
+    painter.translate(area.topLeft());
+    table.drawContents(&painter);
+}
+
 void WrapLabel::paintEvent(QPaintEvent *)
 {
     const QRect area = contentsRect();
+    if (isTable())
+        return paintTable(area);
     const QString whole = layoutText(text());
     QTextLayout layout(whole, font());
     const auto [height, last] = breakLines(layout, alignment(), area.width(), area.height());

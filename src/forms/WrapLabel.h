@@ -1,6 +1,7 @@
 #pragma once
 // A label for texts that come from outside: it breaks words that are too long for a line, and ends in dots
-// when the text is too long for the label. text() stays the whole text.
+// when the text is too long for the label. text() stays the whole text. With the text
+// format "auto" a text that begins with "<table" is a table of captions and values.
 
 #include <QLabel>
 
@@ -16,4 +17,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool isTable() const;
+    void paintTable(const QRect &area);
 };

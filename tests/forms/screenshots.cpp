@@ -6,8 +6,8 @@
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
 #include "forms/MainWindow.h"
+#include "forms/MaterialForm.h"
 #include "forms/MsgForm.h"
-#include "material/BackgroundService.h"
 #include "material/TempCtl.h"
 #include "printdata/PrintQueue.h"
 #include "tests/forms/FormRig.h"
@@ -16,9 +16,9 @@
 #include <QDir>
 #include <QLabel>
 #include <QPainter>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
+#include <QTimer>
 #include <QTranslator>
 
 #include <unistd.h>
@@ -49,6 +49,50 @@ void shot(const QString &name)
     mainWindow()->grab().save(folder + '/' + name + ".png");
 }
 
+/// Four bottles with these rests in grams; those with less than nothing are missing.
+Bottles bottles(const std::array<int, 4> &rests = {2950, 540, 3000, 1860})
+{
+    Bottles result;
+    for (size_t i = 0; i < rests.size(); ++i) {
+        CardInfo &card = result.cards[i + 2];
+        if (rests[i] < 0)
+            continue;
+        qstrcpy(card.type, i < 2 ? "MTS7205" : "MTJ7401");
+        qstrcpy(card.sn, qPrintable(QString("26B1104-%1").arg(4711 + i * 13)));
+        card.weight = 3000;
+        card.rest_weight = quint32(rests[i]);
+        card.date = 20271130;
+    }
+    return result;
+}
+
+void materials()
+{
+    FormRig::press("pushButton_material");
+    const auto show = [](const char *name, const Bottles &shown) {
+        QApplication::processEvents();
+        materialForm()->refresh(shown);
+        mainWindow()->grab().save(folder + '/' + name + ".png");
+    };
+    const auto touch = [&](const char *name, const char *button, const char *answer) {
+        QTimer::singleShot(100, [=] {
+            shot(name);
+            FormRig::press(answer);
+        });
+        materialForm()->refresh(bottles());
+        FormRig::press(button);
+    };
+    show("material", bottles());
+    show("material-missing", bottles({2950, -1, 3000, 12}));
+    show("material-all-missing", Bottles());
+    touch("material-in-use", "pushButton_4", "pushButton_close");
+    touch("material-question", "pushButton_5", "pushButton_No");
+    materialForm()->refresh(bottles());
+    FormRig::find<QPushButton>("pushButton_3")->setDown(true);
+    shot("material-pressed");
+    FormRig::find<QPushButton>("pushButton_3")->setDown(false);
+}
+
 void fillHome()
 {
     xdmControl()->setPrintStatus(PrintStatusPrinting);
@@ -62,10 +106,7 @@ void fillHome()
     emit tempCtl()->tempStatus(1);
     FormRig::find<QPushButton>("pushButton_printStop")->setEnabled(true);
     homeForm()->msecEvent();
-    FormRig::find<QLabel>("label_strWeight")->setText("1860 g");
-    FormRig::find<QProgressBar>("str_progressBar")->setValue(1860);
-    FormRig::find<QLabel>("label_supWeight")->setText("540 g");
-    FormRig::find<QProgressBar>("sup_progressBar")->setValue(540);
+    homeForm()->showBottles(bottles());
     FormRig::find<QPushButton>("pushButton_warning")->setText("2");
     FormRig::find<QPushButton>("pushButton_printImage")->setIcon(darkIcon("Pause"));
     FormRig::find<QPushButton>("pushButton_printImage")->setText(HomeForm::tr("暂停"));
@@ -117,6 +158,7 @@ int main(int argc, char **argv)
     fillHome();
     shot("home-printing");
     messages();
+    materials();
     FormRig::press("pushButton_fileList");
     FormRig::find<QTableView>("tableView")->selectRow(0);
     waitUntil([] { return FormRig::find<QPushButton>("pushButton_addfile")->isVisible(); });

@@ -7,7 +7,6 @@
 #include "forms/MsgForm.h"
 #include "forms/StartCheck.h"
 #include "frame/SqliteUtil.h"
-#include "links/CardInfo.h"
 #include "material/TempCtl.h"
 #include "printdata/PrintQueue.h"
 #include "printdata/SliceToImage.h"
@@ -16,7 +15,6 @@
 
 #include <QDateTime>
 #include <QLabel>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QtMath>
@@ -130,24 +128,6 @@ private slots:
         xdmControl()->setPrintStatus(PrintStatusIdle);
         setJob(job);
         QCOMPARE(text("label_Percent"), QString("100 %")); // an idle page keeps what it showed
-    }
-
-    void bottles()
-    {
-        const quint32 cases[][4] = {// weight and rest of the card; maximum and value of the bar
-                                    {0, 0, 3600, 0},
-                                    {2000, 0, 2000, 0},
-                                    {2050, 3, 2050, 20},
-                                    {2000, 1000, 2000, 1000},
-                                    {2000, 2100, 2000, 2000}};
-        for (const auto &row : cases) {
-            CardInfo card;
-            card.weight = row[0];
-            card.rest_weight = row[1];
-            const BottleBar bar = bottleBar(card);
-            QVERIFY2(bar.maximum == int(row[2]) && bar.value == int(row[3]),
-                     qPrintable(QString::number(row[1])));
-        }
     }
 
     void statusAndWarnings()
