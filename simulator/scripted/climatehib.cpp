@@ -32,8 +32,8 @@ int32_t hibAdjustWaveformVoltage(int32_t, int32_t, float)
 }
 int32_t hibGetHeadInkLevels(int32_t head, int32_t *support, int32_t *, int32_t *structure, int32_t *)
 {
-    *support = 10 * head + 1;
-    *structure = 10 * head + 3;
+    *support = hib.levels[2 * head - 2];
+    *structure = hib.levels[2 * head - 1];
     return hib.levelResult;
 }
 int32_t hibGetHeaterTemp(int32_t, int32_t, float *degrees)

@@ -38,12 +38,6 @@ double wallSeconds()
     return QDateTime::currentMSecsSinceEpoch() / 1000.0;
 }
 
-/// Adds to a counter of the machine's life, in memory and in its file.
-void addToUseInfo(const QString &key, double amount)
-{
-    useInfoConfig()->setValueSync(key, useInfoConfig()->getValue(key).toDouble() + amount);
-}
-
 /// A wait that fails once is forgiven.
 bool isXStuck()
 {
@@ -227,7 +221,7 @@ int XdmControl::printPass(LayerLoop &loop, int pass)
 /// The machine's counters, and the time left from the average of the timed layers.
 void XdmControl::countLayer(LayerLoop &loop, double layerStart)
 {
-    addToUseInfo(QStringLiteral("PrintingTotalLayer"), 1);
+    useInfoConfig()->addSync(QStringLiteral("PrintingTotalLayer"), 1);
     if (m_printLayer <= loop.startLayer + timedLayers) {
         loop.timed += wallSeconds() - layerStart - loop.paused;
         loop.paused = 0;
@@ -235,7 +229,7 @@ void XdmControl::countLayer(LayerLoop &loop, double layerStart)
     }
     const double layerSeconds = loop.timed / timedLayers;
     setState(QStringLiteral("LeftTime"), (sliceToImage()->sumLayer() - m_printLayer) * layerSeconds);
-    addToUseInfo(QStringLiteral("PrintTotalTime"), layerSeconds / 60 / 60);
+    useInfoConfig()->addSync(QStringLiteral("PrintTotalTime"), layerSeconds / 60 / 60);
 }
 
 /// Printing waits for a closed ink box door; a job that is paused or stopped does not.
