@@ -2,14 +2,6 @@
 
 #include <QtEndian>
 
-#include <array>
-#include <cstdlib>
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <termios.h>
-#include <unistd.h>
-
 namespace
 {
 
@@ -41,37 +33,7 @@ qint32 BoardRequest::value() const
 
 FakeBridge::FakeBridge()
 {
-    m_master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
-    std::array<char, 64> name{};
-    if (m_master < 0 || grantpt(m_master) || unlockpt(m_master) ||
-        ptsname_r(m_master, name.data(), name.size()))
-        qFatal("no pseudo terminal");
-    m_path = QString::fromLocal8Bit(name.data());
-    m_slave = open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    termios settings{};
-    tcgetattr(m_slave, &settings);
-    cfmakeraw(&settings);
-    tcsetattr(m_slave, TCSANOW, &settings);
-    m_wake = eventfd(0, EFD_CLOEXEC);
-    m_thread = std::thread(&FakeBridge::run, this);
-}
-
-FakeBridge::~FakeBridge()
-{
-    hangUp();
-    close(m_wake);
-}
-
-void FakeBridge::hangUp()
-{
-    if (!m_thread.joinable())
-        return;
-    eventfd_write(m_wake, 1);
-    m_thread.join();
-    std::lock_guard<std::mutex> lock(m_writeMutex);
-    close(m_slave);
-    close(m_master);
-    m_master = -1;
+    m_line.start([this](const QByteArray &bytes) { takeBytes(bytes); });
 }
 
 void FakeBridge::setHandler(int board, int command, Handler handler)
@@ -119,21 +81,6 @@ void FakeBridge::reset()
 void FakeBridge::sendAnswer(int board, const QByteArray &data, int channel)
 {
     sendBytes(frame(record(board, data, channel)));
-}
-
-void FakeBridge::sendBytes(const QByteArray &bytes)
-{
-    std::lock_guard<std::mutex> lock(m_writeMutex);
-    for (int done = 0; m_master >= 0 && done < bytes.size();) {
-        const ssize_t count = write(m_master, bytes.constData() + done, size_t(bytes.size() - done));
-        if (count > 0) {
-            done += int(count);
-            continue;
-        }
-        pollfd full{m_master, POLLOUT, 0};
-        if (poll(&full, 1, 2000) <= 0) // nobody reads: the rest is lost, as on a real line
-            return;
-    }
 }
 
 QVector<BoardRequest> FakeBridge::requests(int board, int command) const
@@ -187,19 +134,6 @@ QByteArray FakeBridge::record(int board, const QByteArray &data, int channel)
     bytes[12] = 8;
     bytes[13] = char(channel);
     return bytes;
-}
-
-void FakeBridge::run()
-{
-    for (;;) {
-        pollfd ready[] = {{m_master, POLLIN, 0}, {m_wake, POLLIN, 0}};
-        if (poll(ready, 2, -1) < 0 || ready[1].revents)
-            return;
-        QByteArray chunk(4096, Qt::Uninitialized);
-        const ssize_t count = read(m_master, chunk.data(), size_t(chunk.size()));
-        if (count > 0)
-            takeBytes(chunk.left(int(count)));
-    }
 }
 
 void FakeBridge::takeBytes(const QByteArray &bytes)

@@ -3,14 +3,12 @@
 // has its own small reading of the frames, so that a wrong one in the program is caught. Every board echoes
 // each request until a handler or a failure says otherwise.
 
-#include <QByteArray>
-#include <QString>
+#include "SerialLine.h"
+
 #include <QVector>
 
 #include <functional>
 #include <map>
-#include <mutex>
-#include <thread>
 #include <utility>
 
 struct BoardRequest {
@@ -41,11 +39,8 @@ public:
     using Handler = std::function<QByteArray(const BoardRequest &)>;
 
     FakeBridge();
-    ~FakeBridge();
-    FakeBridge(const FakeBridge &) = delete;
-    FakeBridge &operator=(const FakeBridge &) = delete;
 
-    QString path() const { return m_path; }
+    QString path() const { return m_line.path(); }
 
     // All from here on: any thread.
     void setHandler(int board, int command, Handler handler);
@@ -59,9 +54,9 @@ public:
     void reset();
     /// An answer that nobody asked for.
     void sendAnswer(int board, const QByteArray &data, int channel = 0);
-    void sendBytes(const QByteArray &bytes);
+    void sendBytes(const QByteArray &bytes) { m_line.send(bytes); }
     /// The device goes away for good.
-    void hangUp();
+    void hangUp() { m_line.hangUp(); }
 
     QVector<BoardRequest> requests(int board = any, int command = any) const;
     int count(int board = any, int command = any) const { return int(requests(board, command).size()); }
@@ -84,17 +79,12 @@ private:
         int times;
     };
 
-    void run();
     void takeBytes(const QByteArray &bytes);
     void takePayload(const QByteArray &payload);
     void answer(const BoardRequest &request);
     QByteArray makeAnswer(const BoardRequest &request) const;
     int takeFailure(const BoardRequest &request);
 
-    int m_master = -1;
-    int m_slave = -1; // kept open, so that the line stands while the program has it closed
-    int m_wake = -1;
-    QString m_path;
     mutable std::mutex m_mutex; // the test against the bridge thread: all below
     std::map<std::pair<int, int>, Handler> m_handlers;
     QVector<Script> m_failures;
@@ -102,7 +92,6 @@ private:
     QByteArray m_held;
     QByteArray m_received;
     int m_violations = 0;
-    std::mutex m_writeMutex; // unasked bytes against answers
-    QByteArray m_pending;    // bridge thread: bytes of a frame that is not whole yet
-    std::thread m_thread;
+    QByteArray m_pending; // bridge thread: bytes of a frame that is not whole yet
+    SerialLine m_line;    // last, so that its thread ends before what it uses
 };
