@@ -21,7 +21,11 @@ constexpr double sweepNear = 20000.0;
 constexpr double sweepFar = 550000.0;
 constexpr double inkStation = 690000.0;
 constexpr double inkStationReach =
-    3000.0;                             ///< how near the carriage must stand for the magnet to hold the stack
+    3000.0; ///< how near the carriage must stand for the magnet to hold the stack
+// Where the coupled stack stands under the heads while ink is pressed; Z there holds the bed clear of it.
+constexpr double pressX = 640000.0;
+constexpr double pressZ = 110000.0;
+constexpr double pressReach = 5000.0;
 constexpr double xAcceleration = 6.0e6; ///< per second squared
 
 constexpr double yEnd = 60000.0;

@@ -4,6 +4,12 @@
 
 using frame::Data;
 
+namespace
+{
+constexpr int allTanks = 0x3F; ///< one bit each
+constexpr int pressFirstHead = 0x57;
+} // namespace
+
 Board2Motion::Board2Motion(Machine &machine) : Board(machine, 2)
 {
     on(0x60, [this](Data &data) { m_machine.moveY(number32(data)); });
@@ -29,16 +35,6 @@ Board2Motion::Board2Motion(Machine &machine) : Board(machine, 2)
     onLatched(0x90, [this] { return m_machine.levellerSpeed(); });
 }
 
-Board3Ink::Board3Ink(Machine &machine) : Board(machine, 3)
-{
-    for (int group = 0; group < 4; ++group)
-        onZones(0x31 + group, 0x37 + group);
-    // The tanks stand full: nobody demands ink, no feed is under way, none has failed.
-    for (int query : {0x36, 0x50, 0xFF})
-        on(query, [](Data &data) { data.fill(0); });
-    accept({0x40, 0x41, 0x42, 0x43, 0x44, 0x45, 0x46, 0xFE});
-}
-
 Board5Air::Board5Air(Machine &machine) : Board(machine, 5)
 {
     onZones(0x71, 0x72);
@@ -50,7 +46,10 @@ Board5Air::Board5Air(Machine &machine) : Board(machine, 5)
                 m_machine.climate().setZone(5, 0x32, zone, data[size_t(zone)], m_machine.now());
         }
     });
-    on(0x33, [this](Data &data) { data[2] = m_machine.inkDoorClosed; });
+    on(0x33, [this](Data &data) {
+        data[2] = m_machine.inkDoorClosed;
+        m_machine.ink().tellDoor(m_machine.inkDoorClosed);
+    });
     const auto hold = [this](int material, int head) -> Lag & {
         return m_machine.climate().holdPressure(material, head);
     };
@@ -73,7 +72,16 @@ Board5Air::Board5Air(Machine &machine) : Board(machine, 5)
     on(0x46, [this](Data &data) {
         m_machine.climate().positivePressure().setTarget(data[1] << 8 | data[2], m_machine.now());
     });
-    accept({0x41, 0x42, 0x43, 0x48, 0x57, 0x58, 0x59, 0x6A, 0x70, 0x73});
+    on(0x6A, [this](Data &data) {
+        if (data[2] != allTanks)
+            m_machine.violation("press-request", QString("tanks 0x%1").arg(data[2], 0, 16));
+        for (int head = 1; head <= geometry::heads; ++head)
+            m_machine.ink().press(head);
+    });
+    for (int head = 1; head <= geometry::heads; ++head)
+        on(pressFirstHead + head - 1, [this, head](Data &) { m_machine.ink().press(head); });
+    on(0x70, [this](Data &data) { m_machine.ink().setPressTime(data[7]); });
+    accept({0x41, 0x42, 0x43, 0x48, 0x73});
 }
 
 Board6Head::Board6Head(Machine &machine) : Board(machine, 6)

@@ -1,23 +1,19 @@
 #include "Commands.h"
 
 #include "Bridge.h"
+#include "CommandWords.h"
 #include "FaultRegister.h"
 #include "Machine.h"
 #include "Site.h"
 
 #include <QJsonArray>
 
+using words::badArguments;
+using words::readSwitch;
+
 namespace
 {
 const QString ok;
-const QString badArguments = QStringLiteral("wrong arguments");
-
-/// The two words that a switch takes; false for any other.
-bool readSwitch(const QString &word, const char *on, const char *off, bool *value)
-{
-    *value = word == QLatin1String(on);
-    return *value || word == QLatin1String(off);
-}
 
 QString door(CommandContext &context, const QStringList &a, QJsonObject *)
 {
@@ -153,17 +149,6 @@ QString noise(CommandContext &context, const QStringList &a, QJsonObject *)
     return ok;
 }
 
-QString level(CommandContext &context, const QStringList &a, QJsonObject *)
-{
-    bool number = false, support = false;
-    const int head = a[0].toInt();
-    const int value = a.value(2).toInt(&number);
-    if (!number || !HeadArray::exists(head) || !readSwitch(a[1], "support", "structure", &support))
-        return badArguments;
-    context.machine.headArray().head(head).levels[support ? 0 : 2] = value;
-    return ok;
-}
-
 QString sensors(CommandContext &context, const QStringList &, QJsonObject *answer)
 {
     QJsonObject readings;
@@ -244,8 +229,6 @@ std::vector<Command> machineCommands()
         {"freeze-sensor", "SENSOR on|off", "The sensor stays at its present reading.", true, freezeSensor},
         {"drift", "SENSOR AMOUNT", "The sensor reads this much too high.", true, drift},
         {"noise", "AMOUNT", "Every reading trembles by up to this much.", true, noise},
-        {"level", "HEAD structure|support VALUE", "Sets the level of a head's tank (full: 61000).", true,
-         level},
     };
 }
 } // namespace
@@ -263,6 +246,7 @@ const std::vector<Command> &commands()
 
 QJsonObject runCommand(CommandContext &context, const QStringList &words)
 {
+    context.machine.settle(); // what a command changes holds from now on
     const auto failure = [](const QString &why) { return QJsonObject{{"ok", false}, {"error", why}}; };
     for (const Command &command : commands()) {
         if (words.value(0) != QLatin1String(command.name))
@@ -287,12 +271,8 @@ QJsonObject stateOf(Machine &machine, Bridge &bridge)
 {
     machine.settle();
     QJsonArray heads;
-    for (int number = 1; number <= geometry::heads; ++number) {
-        const Head &head = machine.headArray().head(number);
-        heads.append(QJsonObject{{"support", head.levels[0]},
-                                 {"structure", head.levels[2]},
-                                 {"degrees", machine.climate().heater(number, 1).reading(machine.now())}});
-    }
+    for (int number = 1; number <= geometry::heads; ++number)
+        heads.append(QJsonObject{{"degrees", machine.climate().heater(number, 1).reading(machine.now())}});
     QJsonObject state{
         {"machineSeconds", machine.now()},
         {"x", QJsonObject{{"counts", machine.xCounts()}, {"moving", machine.xMoving()}}},

@@ -4,7 +4,7 @@
 
 namespace
 {
-const QStringList offWords{"off", "revive", "normal", "no", "none"};
+const QStringList offWords{"off", "revive", "normal", "no", "none", "free", "tight"};
 const QStringList amounts{"RATE", "AMOUNT"}; ///< 0 switches these off
 
 /// Place of the word that switches a fault: the last one that may not be left out. -1 for a fault of the

@@ -29,10 +29,10 @@ struct Head {
     double pageStart = 0; ///< micrometres of the encoder
     double pageOffset = 0;
     int pageWidth = 0;
-    std::array<int, 4> levels{61000, 0, 61000, 0}; ///< support, unused, structure, unused
     std::array<std::pair<float, float>, heads::knotCount> waveform;
     std::bitset<881> autofire; ///< by nozzle, from 1
     bool autofiring = false;
+    double autofireHz = 0;
 };
 
 struct DotClock {

@@ -81,13 +81,15 @@ int setAutofireMask(Machine &machine, const Numbers &a, Numbers *)
 {
     if (a[1] < 1 || a[1] > nozzles)
         return BadArgument;
-    machine.headArray().head(int(a[0])).autofire.set(size_t(a[1]));
+    machine.headArray().head(int(a[0])).autofire.set(size_t(a[1]), a[2] != 0);
     return Done;
 }
 
 int startAutofire(Machine &machine, const Numbers &a, Numbers *)
 {
-    machine.headArray().head(int(a[0])).autofiring = a[1] > 0;
+    Head &head = machine.headArray().head(int(a[0]));
+    head.autofiring = a[1] > 0;
+    head.autofireHz = a[1];
     return Done;
 }
 
@@ -97,10 +99,12 @@ int stopAutofire(Machine &machine, const Numbers &a, Numbers *)
     return Done;
 }
 
+/// Support, a second value that this machine has no use for, structure, a fourth.
 int getInkLevels(Machine &machine, const Numbers &a, Numbers *answer)
 {
-    const auto &levels = machine.headArray().head(int(a[0])).levels;
-    answer->assign(levels.begin(), levels.end());
+    const int head = int(a[0]);
+    *answer = {double(machine.ink().level(head, Support)), 0, double(machine.ink().level(head, Structure)),
+               0};
     return Done;
 }
 

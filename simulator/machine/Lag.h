@@ -2,7 +2,9 @@
 // A quantity that follows its set-point with one time constant: temperatures, pressures, the leveller's
 // speed.
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 class Lag
 {
@@ -21,10 +23,23 @@ public:
         m_since = now;
     }
     double target() const { return m_target; }
+    /// Something moves it at once; from there it follows its set-point again.
+    void push(double value, double now)
+    {
+        m_from = value;
+        m_since = now;
+    }
+    /// It never comes below this, whatever is set.
+    void setLowest(double lowest, double now)
+    {
+        push(real(now), now);
+        m_lowest = lowest;
+    }
     /// As it is.
     double real(double now) const
     {
-        return m_target + (m_from - m_target) * std::exp(-(now - m_since) / m_tau);
+        const double aim = std::max(m_target, m_lowest);
+        return aim + (m_from - aim) * std::exp(-(now - m_since) / m_tau);
     }
     /// As its sensor tells: drifted, or frozen at one value.
     double reading(double now) const { return (m_frozen ? m_frozenAt : real(now)) + m_drift; }
@@ -39,6 +54,7 @@ public:
 private:
     double m_from;
     double m_target;
+    double m_lowest = -std::numeric_limits<double>::infinity();
     double m_tau;
     double m_since = 0;
     double m_drift = 0;

@@ -1,13 +1,13 @@
-#include "Commands.h"
-
 #include "Bridge.h"
+#include "CommandWords.h"
+#include "Commands.h"
 
 #include <QJsonArray>
 
+using words::badArguments;
+
 namespace
 {
-const QString badArguments = QStringLiteral("wrong arguments");
-
 QString firmware(CommandContext &context, const QStringList &a, QJsonObject *)
 {
     for (const auto &board : context.bridge.boards()) {

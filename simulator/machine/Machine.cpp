@@ -40,14 +40,28 @@ Axis *Machine::axis(QChar letter)
 
 void Machine::settle()
 {
+    m_ink.settle();
+    settlePage();
+}
+
+void Machine::settlePage()
+{
     if (!m_active || now() < m_x.timeAt(m_active->lastX))
         return;
     m_active->record.endSeconds = m_x.timeAt(m_active->lastX);
     if (!m_active->record.structure.bytes.empty() || !m_active->record.support.bytes.empty())
         m_partTop = std::max(m_partTop, m_active->record.z);
-    m_recorder.addPass(std::move(m_active->record));
+    const DotCounts dots = m_recorder.addPass(std::move(m_active->record));
     m_active.reset();
     m_complete = true;
+    for (int head = 1; head <= geometry::heads; ++head) {
+        for (InkMaterial material : {Structure, Support}) {
+            if (!m_ink.fire(head, material, double(dots[size_t(head - 1)][material])))
+                violation("dry-head", QString("head %1 has no %2 for its drops")
+                                          .arg(head)
+                                          .arg(material == Support ? "support" : "structure"));
+        }
+    }
 }
 
 // X
@@ -88,6 +102,7 @@ void Machine::moveX(int counts)
     checkHomed(m_xHomed, 'X');
     checkTarget('X', target, geometry::xEnd);
     moveXTo(target);
+    checkStack(target);
 }
 
 void Machine::sweepX()
@@ -102,6 +117,7 @@ void Machine::sweepX()
     const bool back = from > (geometry::sweepNear + geometry::sweepFar) / 2;
     const double to = back ? geometry::sweepNear : geometry::sweepFar;
     moveXTo(to);
+    checkStack(geometry::sweepNear);
     passOverPart();
     if (m_heads.armed)
         firePage(from, to);
@@ -227,9 +243,29 @@ void Machine::setMagnet(bool on)
     updateStack();
 }
 
+void Machine::setStackStuck(StackStuck stuck)
+{
+    m_stackStuck = stuck;
+    updateStack();
+}
+
 /// The magnet takes the stack at its station and leaves it there.
 void Machine::updateStack()
 {
-    if (std::fabs(m_x.position(now()) - geometry::inkStation) <= geometry::inkStationReach)
+    const StackStuck against = m_magnet ? StackStuck::Parked : StackStuck::Carriage;
+    if (std::fabs(m_x.position(now()) - geometry::inkStation) <= geometry::inkStationReach &&
+        m_stackStuck != against)
         m_stackCoupled = m_magnet;
+}
+
+void Machine::checkStack(double target)
+{
+    if (m_stackCoupled && target < geometry::sweepFar - axisTolerance)
+        violation("stack-over-part", QString("X to %1 with the ink stack on the carriage").arg(target));
+}
+
+bool Machine::stackUnderHeads() const
+{
+    return m_stackCoupled && std::fabs(m_x.position(now()) - geometry::pressX) <= geometry::pressReach &&
+           std::fabs(m_z.position(now()) - geometry::pressZ) <= geometry::pressReach;
 }

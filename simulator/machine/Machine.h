@@ -5,6 +5,7 @@
 #include "Axis.h"
 #include "Climate.h"
 #include "HeadArray.h"
+#include "InkPath.h"
 #include "MachineClock.h"
 #include "PartRecorder.h"
 #include "Violations.h"
@@ -50,7 +51,14 @@ public:
     /// A slow leveller turns, but never reaches a speed that could shave.
     void setLevellerSlow(bool slow);
     void setMagnet(bool on);
+    bool magnet() const { return m_magnet; }
     bool stackCoupled() const { return m_stackCoupled; }
+    /// Coupled, and carriage and bed where ink is pressed.
+    bool stackUnderHeads() const;
+    /// Parked: the magnet does not take it. Carriage: it does not let go.
+    enum class StackStuck { No, Parked, Carriage };
+    void setStackStuck(StackStuck stuck);
+    StackStuck stackStuck() const { return m_stackStuck; }
     bool inkDoorClosed = true;
     bool frontDoorClosed = true;
     bool platformSeated = true;
@@ -70,6 +78,7 @@ public:
     bool holdTransfer = false;
 
     BottleRack &bottles() { return m_bottles; }
+    InkPath &ink() { return m_ink; }
     Climate &climate() { return m_climate; }
     const Violations &violations() const { return m_violations; }
     PartRecorder &recorder() { return m_recorder; }
@@ -94,6 +103,8 @@ private:
     void checkHeads(const Picture &picture);
     void passOverPart();
     void updateStack();
+    void checkStack(double target);
+    void settlePage();
 
     const MachineClock &m_clock;
     double m_resolution;
@@ -107,11 +118,13 @@ private:
     bool m_levellerSlow = false;
     bool m_magnet = false;
     bool m_stackCoupled = false;
+    StackStuck m_stackStuck = StackStuck::No;
     double m_partTop = 0; ///< height of the part above the bed, in the measure of Z
     double m_presetX = geometry::xHome;
     int m_presetValue = 0;
     HeadArray m_heads;
     BottleRack m_bottles;
+    InkPath m_ink{*this};
     Climate m_climate;
     Violations m_violations;
     PartRecorder m_recorder;

@@ -1,20 +1,28 @@
 #include "PartRecorder.h"
 
-void PartRecorder::count(const PassRecord &pass, const SparsePlane &plane, size_t material)
+namespace
+{
+void count(const PassRecord &pass, const SparsePlane &plane, size_t material, DotCounts *dots)
 {
     plane.forEachRow([&](int row, int, const uint8_t *data, int bytes) {
         const int head = pass.headOfRow(row);
-        if (head < 0)
-            return;
-        m_dots[size_t(head)][material] += SparsePlane::countBits(data, bytes);
+        if (head >= 0)
+            (*dots)[size_t(head)][material] += SparsePlane::countBits(data, bytes);
     });
 }
+} // namespace
 
-void PartRecorder::addPass(PassRecord pass)
+DotCounts PartRecorder::addPass(PassRecord pass)
 {
-    count(pass, pass.structure, 0);
-    count(pass, pass.support, 1);
+    DotCounts dots{};
+    count(pass, pass.structure, 0, &dots);
+    count(pass, pass.support, 1, &dots);
+    for (size_t head = 0; head < dots.size(); ++head) {
+        for (size_t material : {0, 1})
+            m_dots[head][material] += dots[head][material];
+    }
     m_passes.push_back(std::move(pass));
+    return dots;
 }
 
 void PartRecorder::noteComplete(double wallSeconds)

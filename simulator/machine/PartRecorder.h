@@ -12,12 +12,16 @@ struct Gap {
     double motionSeconds = 0; ///< machine time of the Y and Z moves in it
 };
 
+/// By head and material (0 structure, 1 support).
+using DotCounts = std::array<std::array<quint64, 2>, geometry::heads>;
+
 class PartRecorder
 {
 public:
     static constexpr size_t passesPerLayer = 4;
 
-    void addPass(PassRecord pass);
+    /// Returns the dots of this pass.
+    DotCounts addPass(PassRecord pass);
     const std::vector<PassRecord> &passes() const { return m_passes; }
     size_t layers() const { return m_passes.size() / passesPerLayer; }
     /// Dots by head and material (0 structure, 1 support).
@@ -29,10 +33,8 @@ public:
     const std::vector<Gap> &gaps() const { return m_gaps; }
 
 private:
-    void count(const PassRecord &pass, const SparsePlane &plane, size_t material);
-
     std::vector<PassRecord> m_passes;
-    std::array<std::array<quint64, 2>, geometry::heads> m_dots{};
+    DotCounts m_dots{};
     std::vector<Gap> m_gaps;
     double m_completeAt = -1;
     double m_motion = 0;
