@@ -1,12 +1,16 @@
+#include "MachinePanel.h"
 #include "PeloraMachine.h"
 
+#include <QApplication>
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QSocketNotifier>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -49,6 +53,7 @@ bool readOptions(const QCoreApplication &app, MachineOptions *options)
                        {"layers", "Layers to picture, as 1,50,100.", "list"},
                        {"stated-sleep-ms", "Sleeps stated for one gap between two sweeps (90).", "ms"},
                        {"encoder", "Counts per inch of the X encoder: 25400 or 1200.", "counts", "25400"},
+                       {"panel", "Opens a window that shows the machine and works it."},
                        {"seed", "Seed of the noise.", "number", "1"},
                        {"bridge", "Link to the bridge's port.", "path"},
                        {"cards", "Link to the card reader's port.", "path"},
@@ -75,12 +80,35 @@ bool readOptions(const QCoreApplication &app, MachineOptions *options)
     options->site.media = parser.value("media");
     return parser.isSet("install") && options->encoderResolution > 0;
 }
+
+/// Only a window needs a display: which kind of application it is has to be known before its options are read.
+bool wantsPanel(int argc, char **argv)
+{
+    return std::any_of(argv, argv + argc, [](const char *word) { return !std::strcmp(word, "--panel"); });
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
+{
+    if (wantsPanel(argc, argv))
+        return std::make_unique<QApplication>(argc, argv);
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+std::unique_ptr<MachinePanel> openPanel(PeloraMachine &machine)
+{
+    auto panel = std::make_unique<MachinePanel>(machine.context());
+    machine.setPicture([view = panel.get()](const QString &path) { return view->savePicture(path); });
+    panel->show();
+    return panel;
+}
 } // namespace
 
 int main(int argc, char **argv)
 {
     qputenv("QT_NO_GLIB", "1"); // the plain event loop answers sooner
-    QCoreApplication app(argc, argv);
+    const bool withPanel = wantsPanel(argc, argv);
+    const std::unique_ptr<QCoreApplication> owner = makeApplication(argc, argv);
+    QCoreApplication &app = *owner;
     MachineOptions options;
     if (!readOptions(app, &options)) {
         std::fprintf(stderr, "usage: pelora-machine --install DIR [options]; see --help\n");
@@ -108,6 +136,7 @@ int main(int argc, char **argv)
         input.setEnabled(false);
         QCoreApplication::quit();
     });
+    const std::unique_ptr<MachinePanel> panel = withPanel ? openPanel(machine) : nullptr;
     std::printf("ready %s\n",
                 QJsonDocument(machine.site().toJson()).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
