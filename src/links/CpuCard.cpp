@@ -106,7 +106,7 @@ int CpuCard::getCardInfo(quint32 channel, CardInfo *info)
     *info = CardInfo();
     qDebug("now search card[%d]\n", int(channel));
     CardInfo found;
-    const bool good = d->openCard(channel, "") && d->readFiles(channel, &found);
+    const bool good = d->openCard(channel, nullptr) && d->readFiles(channel, &found);
     d->closeCard();
     if (!good)
         return -1;
@@ -148,7 +148,7 @@ bool CpuCard::Private::activateCard(quint32 channel, const char *absent)
         result = m_dev->activate(Mfrc522::wakeUpAll);
     }
     if (result != Mfrc522::Activated) {
-        if (*absent)
+        if (absent)
             qDebug("%s", absent);
         return false;
     }
