@@ -4,12 +4,21 @@
 
 PeloraMachine::PeloraMachine(const MachineOptions &options)
     : m_options(options), m_clock(options.scale), m_machine(m_clock, options.encoderResolution),
-      m_bridge(m_machine), m_heads(m_machine), m_control(context())
+      m_bridge(m_machine),
+      m_cards(m_machine.bottles(),
+              {[this](const char *name, const QString &detail) { m_machine.violation(name, detail); },
+               [this] { return m_clock.now(); }}),
+      m_heads(m_machine), m_control(context())
 {
     m_bridge.setSeed(options.seed);
+    m_cards.setSeed(options.seed);
     m_machine.climate().setSeed(options.seed);
     connect(&m_bridgePort, &Pty::received, &m_bridge, &Bridge::receive);
     connect(&m_bridge, &Bridge::send, &m_bridgePort, &Pty::write);
+    connect(&m_cardPort, &Pty::received, this, [this](const QByteArray &bytes) {
+        for (const QByteArray &answer : m_cards.receive(bytes))
+            m_cardPort.write(answer);
+    });
 }
 
 CommandContext PeloraMachine::context()

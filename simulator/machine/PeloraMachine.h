@@ -9,6 +9,7 @@
 #include "Pty.h"
 #include "Report.h"
 #include "Site.h"
+#include "cards/CardStation.h"
 
 #include <QObject>
 
@@ -42,6 +43,7 @@ private:
     ScaledClock m_clock;
     Machine m_machine;
     Bridge m_bridge;
+    CardStation m_cards;
     FaultRegister m_faults;
     std::function<QString(const QString &path)> m_picture;
     HeadServer m_heads;
