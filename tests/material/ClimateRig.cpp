@@ -8,7 +8,7 @@
 
 ClimateRig::ClimateRig()
 {
-    m_install.setPlatform({{"COM16", bridge.path()}});
+    setPorts(cards.path(), bridge.path());
     QFile::copy(CLIMATE_HIB_FILE, "libhibApiDll64.so");
     QLibrary library(QDir::current().absoluteFilePath("hibApiDll64"));
     hib = reinterpret_cast<ClimateHib *(*)()>(library.resolve("climateHib"))();
@@ -18,6 +18,26 @@ ClimateRig::ClimateRig()
 ClimateRig::~ClimateRig()
 {
     usb2Can()->ClosePort();
+}
+
+void ClimateRig::setPorts(const QString &com5, const QString &com16)
+{
+    const QString none = "/dev/no-such-port";
+    m_install.setPlatform(
+        {{"COM5", com5.isEmpty() ? none : com5}, {"COM16", com16.isEmpty() ? none : com16}});
+}
+
+void ClimateRig::setRests(const std::array<quint32, 4> &grams)
+{
+    cards.withRack([&](BottleRack &rack) {
+        for (int position = 1; position <= BottleRack::positions; ++position)
+            rack.at(position).card.rest = grams[size_t(position - 1)];
+    });
+}
+
+quint32 ClimateRig::cardRest(int position)
+{
+    return cards.withRack([&](BottleRack &rack) { return rack.at(position).card.rest; });
 }
 
 QStringList ClimateRig::lines(const QString &file) const

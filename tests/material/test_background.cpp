@@ -63,6 +63,36 @@ private slots:
                                             "3:37 3:38 3:39 3:3a 6:44 6:45 5:40 5:72 2:8e"));
     }
 
+    void missingPortIsToldOnceAndTheBridgeCountsMore()
+    {
+        const QString cards = m_rig->cards.path(), bridge = m_rig->bridge.path();
+        const std::tuple<QString, QString, int> cases[] = {
+            {{}, bridge, 5}, {cards, {}, 16}, {{}, {}, 16}, {cards, bridge, 0}};
+        for (const auto &[com5, com16, told] : cases) {
+            usb2Can()->ClosePort();
+            m_rig->setPorts(com5, com16);
+            QVERIFY(m_service->startUp());
+            const QStringList alarms = takeMessages().filter("00000018|");
+            QCOMPARE(alarms.size(), int(told != 0));
+            if (told)
+                QVERIFY(alarms[0].startsWith(QString("00000018|COM%1串口打开失败，请重启|3|").arg(told)));
+        }
+    }
+
+    void newFirmwareEndsTheStart()
+    {
+        QDir().mkdir("firmware");
+        writeFile("firmware/6.bin", "1234567");
+        QVERIFY(!m_service->startUp());
+        QCOMPARE(m_rig->commands(), QString("6:02 6:03 6:04 6:04 6:05"));
+        QCOMPARE(takeMessages(),
+                 QStringList({"00000000|准备升级，请稍后|1|0|BackgroundService",
+                              "00000000|6#电路板升级中 6/7|2|0|BackgroundService",
+                              "00000000|6#电路板升级中 7/7|2|0|BackgroundService",
+                              "00000000|所有电路升级完成,请断电重启|1|200000|BackgroundService"}));
+        QVERIFY(m_service->startUp());
+    }
+
     void homePositionTellsTheEncoder()
     {
         const QVector<QPair<int, float>> cases = {{9999, 1200.0f}, {10000, 25400.0f}};
@@ -143,17 +173,17 @@ private slots:
         const QString alarm = "00000001|喷头%1液位异常，请断电重启|3|200000|BackgroundService";
         const QStringList alarms{alarm.arg(1), alarm.arg(2), alarm.arg(3)};
         m_rig->hib->levelResult = 5;
-        for (int pass = 0; pass < 240; ++pass) // both services make as many in a minute
-            m_service->inkServicePass();
+        for (int pass = 0; pass < 120; ++pass) // as many as each service makes in a minute
+            QVERIFY(m_service->inkServicePass(StructureInk) && m_service->inkServicePass(SupportInk));
         QCOMPARE(takeMessages(), alarms);
-        m_service->inkServicePass();
+        m_service->inkServicePass(StructureInk);
         QCOMPARE(takeMessages(), alarms);
         m_rig->hib->levelResult = 0;
     }
 
     void headIsLowBelowItsFullValueLessTheMargin()
     {
-        m_service->inkServicePass();
+        m_service->inkServicePass(SupportInk);
         const QVector<QPair<QJsonObject, bool>> cases = {
             {{{"Nozzle1_1", 20011}, {"Nozzle3_3", 20033}}, false},
             {{{"Nozzle1_1", 20011}, {"Nozzle3_3", 20034}}, true},
@@ -169,7 +199,7 @@ private slots:
     {
         m_rig->bridge.setBytes(5, 0x34, {{1, 9}, {2, 1}, {3, 1}, {4, 2}, {6, 3}, {7, 0xFF}});
         m_rig->bridge.setBytes(5, 0x36, {{1, 4}, {2, 1}, {3, 9}});
-        m_service->inkServicePass();
+        m_service->inkServicePass(SupportInk);
         for (const int status :
              {PrintStatusIdle, PrintStatusPaused, PrintStatusPrinting, PrintStatusPrinting}) {
             printStatus() = status;
@@ -192,6 +222,46 @@ private slots:
         QVERIFY(eventsLeft(false) && !m_service->isInkDoorKnownClosed());
         QVERIFY(!eventsLeft(true) && m_service->isInkDoorKnownClosed());
         QVERIFY(eventsLeft(true)); // only the moment of closing ends them
+    }
+
+    // The door opens while the cards are read, and a bottle is taken out before its turn.
+    void doorOpenedWhileCardsAreRead()
+    {
+        const auto serials = [this] {
+            QStringList all;
+            for (const CardInfo &info : m_service->cards().cards)
+                all << info.sn;
+            return all.mid(2);
+        };
+        const auto setDoor = [this](bool closed) { m_rig->bridge.setBytes(5, 0x33, {{2, closed}}); };
+        for (const bool closed : {false, true}) {
+            setDoor(closed);
+            m_service->doorWatchPass();
+        }
+        const QStringList before = serials();
+        setDoor(false);
+        m_service->doorWatchPass();
+        const auto opening = connect(m_service, &BackgroundService::MessageFormShowSig, this,
+                                     [&](const QString &, const QString &text) {
+                                         if (text == "更新第2个墨瓶") {
+                                             setDoor(false);
+                                             m_rig->cards.withRack([](BottleRack &rack) { rack.pull(3); });
+                                         }
+                                     });
+        setDoor(true);
+        m_service->doorWatchPass();
+        disconnect(opening);
+        QCOMPARE(serials(), QStringList({before[0], before[1], "", before[3]}));
+        m_service->doorWatchPass();
+        QVERIFY(!m_service->isInkDoorKnownClosed());
+        m_rig->cards.withRack([](BottleRack &rack) { rack.exchange(3, 3600, "NEW000000000001"); });
+        setDoor(true);
+        m_service->doorWatchPass();
+        QVERIFY(m_service->isInkDoorKnownClosed());
+        QCOMPARE(serials(), QStringList({before[0], before[1], "NEW000000000001", before[3]}));
+        m_service->setBottleInUse(4, 2);
+        QCOMPARE(m_service->structureBottleSerial() + m_service->supportBottleSerial(),
+                 "NEW000000000001" + before[0]);
     }
 };
 
