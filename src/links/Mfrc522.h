@@ -67,6 +67,7 @@ private:
     bool readUid();
     bool select();
 
+    QByteArray readAnswer(quint8 level);
     void startBlock(const QByteArray &bytes);
     /// An I-block and the whole answer block, PCB and CID first.
     QByteArray sendBlock(const QByteArray &data, const Pace &pace);

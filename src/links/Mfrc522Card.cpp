@@ -47,7 +47,14 @@ QByteArray Mfrc522::requestAnswerToSelect()
     Sleep(selectAnswerMs);
     const quint8 count = read(FIFOLevelReg);
     qDebug("FIFOLevel %hhu\n", count);
-    return readFifo(qMin<int>(count, fifoDepth));
+    return readAnswer(count);
+}
+
+QByteArray Mfrc522::readAnswer(quint8 level)
+{
+    // More than the chip holds is the value of a level that could not be read: on a dead line each byte would
+    // take its whole time-out.
+    return level > fifoDepth ? QByteArray() : readFifo(level);
 }
 
 void Mfrc522::startBlock(const QByteArray &bytes)
@@ -69,7 +76,7 @@ QByteArray Mfrc522::sendBlock(const QByteArray &data, const Pace &pace)
     write(BitFramingReg, 0);
     if (pace.answerMs)
         Sleep(pace.answerMs);
-    const QByteArray answer = readFifo(qMin<int>(read(FIFOLevelReg), fifoDepth));
+    const QByteArray answer = readAnswer(read(FIFOLevelReg));
     qDebug("command recv: %s", hex(answer).constData());
     return answer;
 }
