@@ -38,6 +38,13 @@ Bytes status(uint16_t word)
     return {uint8_t(word >> 8), uint8_t(word)};
 }
 
+Bytes good(Bytes data)
+{
+    data.push_back(uint8_t(Good >> 8));
+    data.push_back(uint8_t(Good & 0xFF));
+    return data;
+}
+
 int parameter(const Bytes &command)
 {
     return command[2] << 8 | command[3];
@@ -128,10 +135,7 @@ Bytes CardOs::getChallenge(const Bytes &command)
     if (command.size() != header || (length != 4 && length != 8))
         return status(WrongLength);
     std::generate_n(std::back_inserter(m_challenge), length, m_random);
-    Bytes answer = m_challenge;
-    answer.push_back(uint8_t(Good >> 8));
-    answer.push_back(uint8_t(Good & 0xFF));
-    return answer;
+    return good(m_challenge);
 }
 
 Bytes CardOs::authenticate(const Bytes &command)
@@ -190,10 +194,7 @@ Bytes CardOs::readBinary(const Bytes &command)
         return status(refused);
     const Bytes content = file();
     const auto from = content.begin() + parameter(command);
-    Bytes answer(from, from + long(length));
-    answer.push_back(uint8_t(Good >> 8));
-    answer.push_back(uint8_t(Good & 0xFF));
-    return answer;
+    return good(Bytes(from, from + long(length)));
 }
 
 /// Only the weight is ever written; the issuer has locked the other file.

@@ -1,7 +1,5 @@
 #include "ContactlessCard.h"
 
-#include <functional>
-
 namespace
 {
 enum Request : uint8_t {
@@ -84,9 +82,11 @@ Bytes ContactlessCard::wake(const AirFrame &frame)
 
 Bytes ContactlessCard::identity() const
 {
-    const size_t hash = std::hash<std::string>()(m_bottle.card.sn);
+    uint16_t mark = crcTypeA;
+    for (const char letter : m_bottle.card.sn)
+        mark = crcStep(mark, uint8_t(letter));
     // The first byte tells the maker; 0x88 there would announce a longer identity.
-    Bytes bytes = {0x1D, uint8_t(hash), uint8_t(hash >> 8), uint8_t(hash >> 16)};
+    Bytes bytes = {0x1D, 0x62, uint8_t(mark), uint8_t(mark >> 8)};
     bytes.push_back(uint8_t(bytes[0] ^ bytes[1] ^ bytes[2] ^ bytes[3]));
     return bytes;
 }

@@ -5,9 +5,6 @@
 
 namespace
 {
-/// Neither a register's answer nor the echo of an address.
-const QByteArray wrongTriple("\xFF\xFF\xFF");
-
 std::function<double()> scaledSeconds()
 {
     const double scale = std::max(1.0, qEnvironmentVariable("PELORA_TIME_SCALE").toDouble());
@@ -41,13 +38,6 @@ void CardLine::setSilent(bool silent)
     m_silent = silent;
 }
 
-void CardLine::garble(int answers, int triples)
-{
-    std::lock_guard<std::mutex> lock(m_mutex);
-    m_garbledAnswers = answers;
-    m_garbledTriples = triples;
-}
-
 QStringList CardLine::violations() const
 {
     std::lock_guard<std::mutex> lock(m_mutex);
@@ -60,13 +50,9 @@ void CardLine::receive(const QByteArray &bytes)
     {
         std::lock_guard<std::mutex> lock(m_mutex);
         m_transcript.append({true, bytes});
-        for (QByteArray answer : m_station.receive(bytes)) {
+        for (const QByteArray &answer : m_station.receive(bytes)) {
             if (m_silent)
                 continue;
-            if (m_garbledAnswers > 0) {
-                --m_garbledAnswers;
-                answer.prepend(wrongTriple.repeated(m_garbledTriples));
-            }
             m_transcript.append({false, answer});
             toSend += answer;
         }

@@ -30,8 +30,6 @@ public:
     QVector<Piece> takeTranscript();
     /// Hears and obeys, but does not answer.
     void setSilent(bool silent);
-    /// Before each of the next `answers` answers come `triples` wrong ones.
-    void garble(int answers, int triples = 1);
     /// "name: detail"
     QStringList violations() const;
 
@@ -44,7 +42,5 @@ private:
     QVector<Piece> m_transcript;
     QStringList m_violations;
     bool m_silent = false;
-    int m_garbledAnswers = 0;
-    int m_garbledTriples = 0;
     SerialLine m_line; // last, so that its thread ends before what it uses
 };
