@@ -113,39 +113,34 @@ private slots:
         QCOMPARE(takeMessages(), QStringList());
     }
 
-    void cardThatIsNotWritten_data()
-    {
-        QTest::addColumn<int>("refusals");
-        QTest::addColumn<bool>("pulled");
-        QTest::addColumn<bool>("doorClosed");
-        QTest::addColumn<QString>("log");
-        QTest::addColumn<bool>("written");
-        QTest::newRow("ninth try lost") << 9 << false << true << "]write num=3,weight=935 i=10" << true;
-        QTest::newRow("tenth try lost") << 10 << false << true << "]not write num=3,weight=935 i=10" << false;
-        QTest::newRow("door open") << 0 << false << false << "]write num=3,weight=935 i=0" << false;
-        QTest::newRow("pulled") << 0 << true << true << "]not write num=3,weight=935 i=10" << false;
-    }
     void cardThatIsNotWritten()
     {
-        QFETCH(int, refusals);
-        QFETCH(bool, pulled);
-        QFETCH(bool, doorClosed);
-        QFETCH(QString, log);
-        QFETCH(bool, written);
-        load({1000, 1000, 1000, 1000});
-        m_rig->cards.withRack([&](BottleRack &rack) {
-            rack.setFault(3, pulled ? CardFault::PullOnWrite : CardFault::WriteFail, refusals);
-        });
-        m_door = doorClosed;
-        m_bottles->handleRestWeight(4, true);
-        QCOMPARE(rests(), QString("1000 1000 935 1000"));
-        QCOMPARE(m_rig->cardRest(3), written ? 935u : 1000u);
-        QCOMPARE(m_rig->log.count(log + '"'), 1);
-        const bool alarm = log.contains("not");
-        QCOMPARE(takeMessages(), alarm ? QStringList("8|卡片写入失败3|3|200000|4") : QStringList());
-        m_rig->cards.withRack([](BottleRack &rack) { rack.setFault(3, CardFault::None), rack.put(3); });
-        m_bottles->updateCard(); // the card's figure wins
-        QCOMPARE(rests(), QString("1000 1000 %1 1000").arg(written ? 935 : 1000));
+        struct Row {
+            CardFault fault;
+            int refusals;
+            bool doorClosed;
+            const char *log;
+            quint32 card;
+        };
+        const Row rows[] = {{CardFault::WriteFail, 9, true, "]write num=3,weight=935 i=10\"", 935},
+                            {CardFault::WriteFail, 10, true, "]not write num=3,weight=935 i=10\"", 1000},
+                            {CardFault::None, 0, false, "]write num=3,weight=935 i=0\"", 1000},
+                            {CardFault::PullOnWrite, 0, true, "]not write num=3,weight=935 i=10\"", 1000}};
+        for (const Row &row : rows) {
+            load({1000, 1000, 1000, 1000});
+            m_rig->cards.withRack([&](BottleRack &rack) { rack.setFault(3, row.fault, row.refusals); });
+            m_door = row.doorClosed;
+            m_bottles->handleRestWeight(4, true);
+            QCOMPARE(rests(), QString("1000 1000 935 1000"));
+            QCOMPARE(m_rig->cardRest(3), row.card);
+            QCOMPARE(m_rig->log.count(row.log), 1);
+            const bool alarm = QByteArray(row.log).startsWith("]not");
+            QCOMPARE(takeMessages(), alarm ? QStringList("8|卡片写入失败3|3|200000|4") : QStringList());
+            m_rig->cards.withRack([](BottleRack &rack) { rack.setFault(3, CardFault::None), rack.put(3); });
+            m_door = 1;
+            m_bottles->updateCard(); // the card's figure wins
+            QCOMPARE(rests(), QString("1000 1000 %1 1000").arg(row.card));
+        }
         for (const quint8 none : {0, 1, 6, 255})
             m_bottles->handleRestWeight(none, true);
         QCOMPARE(m_rig->log.count("no bottle "), 4);
@@ -153,10 +148,11 @@ private slots:
 
     void faultOfACard()
     {
+        m_rig->setRests({10, 20, 30, 40});
         for (int position = 1; position <= 4; ++position) {
             for (const CardFault fault :
                  {CardFault::Missing, CardFault::WrongKey, CardFault::Unreadable, CardFault::WrongPlace}) {
-                load({10, 20, 30, 40});
+                takeMessages();
                 m_rig->cards.withRack([&](BottleRack &rack) { rack.setFault(position, fault); });
                 m_bottles->updateCard();
                 QStringList expected;
