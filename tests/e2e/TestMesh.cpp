@@ -26,18 +26,29 @@ void writeBox(QTextStream &out, const Box &box)
         out << "endloop\nendfacet\n";
     }
 }
-} // namespace
 
-bool writeTeeBar(const QString &file, double height)
+bool writeBoxes(const QString &file, std::initializer_list<Box> boxes)
 {
     QFile target(file);
     if (!target.open(QIODevice::WriteOnly))
         return false;
     QTextStream out(&target);
-    out << "solid tee\n";
-    writeBox(out, {{2, 0, 0}, {4, 200, height / 2}});
-    writeBox(out, {{0, 0, height / 2}, {6, 200, height}});
-    writeBox(out, {{2, 30, height / 2}, {5, 33, height * 0.9}});
-    out << "endsolid tee\n";
+    out << "solid bar\n";
+    for (const Box &box : boxes)
+        writeBox(out, box);
+    out << "endsolid bar\n";
     return true;
+}
+} // namespace
+
+bool writeTeeBar(const QString &file, double height)
+{
+    return writeBoxes(file, {{{2, 0, 0}, {4, 200, height / 2}},
+                             {{0, 0, height / 2}, {6, 200, height}},
+                             {{2, 30, height / 2}, {5, 33, height * 0.9}}});
+}
+
+bool writeBar(const QString &file, double height)
+{
+    return writeBoxes(file, {{{1, 0, 0}, {5, 200, height}}});
 }

@@ -5,3 +5,6 @@
 
 /// Writes an STL of a bar across the whole print bar with a wider top, so that it needs support. Height in mm.
 bool writeTeeBar(const QString &file, double height);
+
+/// A bar across the whole print bar, the same in every layer.
+bool writeBar(const QString &file, double height);

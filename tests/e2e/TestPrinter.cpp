@@ -1,7 +1,5 @@
 #include "TestPrinter.h"
 
-#include "TestMesh.h"
-
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -49,7 +47,8 @@ TestPrinter::TestPrinter()
     configure("Sys.json", {{"ReverseStartPos", start + (pictureWidth - 1) * columnUm}});
 }
 
-bool TestPrinter::makeModel(const QString &name, const QStringList &packOptions, double heightMm)
+bool TestPrinter::makeModel(const QString &name, const QStringList &packOptions, double heightMm,
+                            bool (*writeMesh)(const QString &, double))
 {
     const QString mesh = m_folder.path() + "/mesh.stl";
     // A narrow picture leaves a long run-out, which the delay before each pass has to cover.
@@ -57,7 +56,7 @@ bool TestPrinter::makeModel(const QString &name, const QStringList &packOptions,
                           "--wait-x", "1000"};
     arguments += packOptions;
     QByteArray output;
-    if (writeTeeBar(mesh, heightMm) && runProgram(install() + "/tzlpack", arguments, install(), &output) == 0)
+    if (writeMesh(mesh, heightMm) && runProgram(install() + "/tzlpack", arguments, install(), &output) == 0)
         return true;
     m_error = QString::fromUtf8(output);
     return false;
@@ -119,6 +118,16 @@ QString TestPrinter::violations(const QJsonObject &report)
     for (const QJsonValue &violation : report["violations"].toArray())
         lines << QJsonDocument(violation.toObject()).toJson(QJsonDocument::Compact);
     return lines.join('\n');
+}
+
+QString TestPrinter::sanitizerReports(const TestPrinter &printer)
+{
+    QFile output(printer.install() + "/../product-output.txt");
+    if (!output.open(QIODevice::ReadOnly))
+        return "no output";
+    const QString text = QString::fromUtf8(output.readAll());
+    const int at = text.indexOf("WARNING: ThreadSanitizer");
+    return at < 0 ? QString() : text.mid(at, 8000);
 }
 
 bool TestPrinter::configure(const QString &name, const QVariantMap &values)

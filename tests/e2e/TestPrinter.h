@@ -2,6 +2,7 @@
 // An installation of its own in a temporary folder, for one end-to-end test.
 
 #include "PrinterRig.h"
+#include "TestMesh.h"
 
 #include <QTemporaryDir>
 #include <QVariantMap>
@@ -13,7 +14,8 @@ public:
     TestPrinter();
 
     /// Packs a small bar into the USB folder under this name. Further options go to tzlpack.
-    bool makeModel(const QString &name, const QStringList &packOptions = {}, double heightMm = 0.7);
+    bool makeModel(const QString &name, const QStringList &packOptions = {}, double heightMm = 0.7,
+                   bool (*writeMesh)(const QString &file, double height) = writeTeeBar);
     /// Starts machine and program.
     bool start(const QStringList &environment = {}, bool withMachine = true);
     PrinterRig &rig() { return *m_rig; }
@@ -27,6 +29,9 @@ public:
 
     /// The violations of a report, a line each; "no report" when it is empty.
     static QString violations(const QJsonObject &report);
+
+    /// What a sanitizer wrote to the program's output; empty without one.
+    static QString sanitizerReports(const TestPrinter &printer);
 
     QString install() const { return m_folder.path() + "/install"; }
     QString usb() const { return m_folder.path() + "/usb"; }

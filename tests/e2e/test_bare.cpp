@@ -3,6 +3,7 @@
 #include "TestPrinter.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QtTest>
 #include <functional>
 
@@ -23,6 +24,7 @@ private slots:
     void staysUsable_data();
     void staysUsable();
     void startsAndCloses();
+    void newFirmwareEndsTheStart();
 };
 
 void TestBare::staysUsable_data()
@@ -79,6 +81,32 @@ void TestBare::startsAndCloses()
     QVERIFY2(printer.start(), qPrintable(printer.error()));
     QVERIFY(printer.rig().stopProduct());
     QVERIFY(printer.log().contains("ver = 4.4.1.4-III"));
+}
+
+/// Both boards run the new image, nothing else was asked of them, and the next start is an ordinary one.
+void TestBare::newFirmwareEndsTheStart()
+{
+    TestPrinter printer;
+    QDir().mkpath(printer.install() + "/firmware");
+    for (const char *board : {"2", "5"}) {
+        QFile image(printer.install() + "/firmware/" + board + ".bin");
+        QVERIFY(image.open(QIODevice::WriteOnly) && image.write(QByteArray(1003, '\x55')) == 1003);
+    }
+    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    PrinterRig &rig = printer.rig();
+    QVERIFY2(!rig.waitMessage("所有电路升级完成,请断电重启", 60000).isEmpty(), qPrintable(rig.error()));
+    const QJsonObject state = rig.machine({"state"})["state"].toObject();
+    for (const QJsonValue &board : state["boards"].toArray()) {
+        const bool updated = board["board"].toInt() == 2 || board["board"].toInt() == 5;
+        QCOMPARE(board["updates"].toInt(), int(updated));
+        QCOMPARE(board["bytes"].toInt(), updated ? 1008 : 0); // whole blocks of six
+        QCOMPARE(board["mode"].toString(), QString("running"));
+    }
+    QCOMPARE(state["requests"].toInt(), 2 * (3 + 168));
+    QVERIFY(QDir(printer.install() + "/firmware").isEmpty());
+    QVERIFY(rig.stopProduct() && rig.startProduct());
+    QVERIFY(rig.waitFor([&] { return printer.log().contains("readCard"); }, 60000));
+    QCOMPARE(TestPrinter::violations(printer.stop()), QString());
 }
 
 QTEST_GUILESS_MAIN(TestBare)

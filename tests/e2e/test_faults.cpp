@@ -91,6 +91,15 @@ void TestFaults::endsAs_data()
     QTest::newRow("Y stuck") << none << at3({"stick", "y", "on"}) << "Y 轴停止运动超时";
     QTest::newRow("Z stuck") << none << at3({"stick", "z", "on"}) << "Z 轴停止运动超时";
     QTest::newRow("transfer does not complete") << none << at3({"hold-transfer", "on"}) << "打印超时";
+    const auto atOnce = [](const QStringList &fault) -> Steps {
+        return [fault](PrinterRig &rig) { return machine(rig, fault); };
+    };
+    QTest::newRow("ink stack stays parked") << none << atOnce({"stack", "parked"}) << "墨栈光电状态异常";
+    QTest::newRow("ink stack stays on the carriage") << none << atOnce({"stack", "carriage"}) << "墨栈光电状态异常";
+    QTest::newRow("no vacuum") << none << Steps([](PrinterRig &rig) {
+        return machine(rig, {"vacuum", "2", "structure", "leak"}) &&
+               !rig.waitMessage("气压恢复中", waitLimitMs).isEmpty() && pressStop(rig);
+    }) << "停止打印";
     QTest::newRow("slicer dies") << QStringList{"PELORA_SLICER_FAULT=die:9"} << stopAfter("切片中") << "停止打印";
     QTest::newRow("slicer stalls") << QStringList{"PELORA_SLICER_FAULT=stall:9"} << stopAfter("切片中")
                                    << "停止打印";

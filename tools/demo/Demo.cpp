@@ -89,6 +89,11 @@ bool compareLayers(const DemoOptions &options, const QString &name)
     return code == 0;
 }
 
+bool panelShot(PrinterRig &rig, const QString &folder)
+{
+    return rig.machine({"picture", folder + "/panel.png"})["ok"].toBool();
+}
+
 bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name)
 {
     say("Starting the machine and the program ...");
@@ -111,7 +116,7 @@ bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name
     const QString end = rig.waitPrintEnd(printLimitMs, [&](const PrinterRig::Progress &progress) {
         bar.show(progress);
         if (!pictured && progress.total > 0 && progress.layer * 2 >= progress.total)
-            pictured = rig.shot(options.out + "/home.png");
+            pictured = rig.shot(options.out + "/home.png") && (!options.panel || panelShot(rig, options.out));
     });
     bar.end();
     say(QString("  slowest answer of the window: %1 ms; peak memory of the program: %2 MB")
@@ -123,7 +128,29 @@ bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name
     return end.contains("打印完成");
 }
 
-int judge(const DemoOptions &options, const QString &name, double seconds)
+/// What the job took out of the bottles. False when it was not fed or its heads were not cleaned.
+bool tellWax(const QJsonObject &state)
+{
+    const QJsonObject ink = state["ink"].toObject();
+    bool taken = true;
+    for (const QString wax : {"structure", "support"}) {
+        const auto grams = [&](const char *what) { return ink[what][wax].toDouble(); };
+        say(QString("  %1 wax: %2 g from the bottles, %3 g into the heads, %4 g pressed through them, %5 g printed")
+                .arg(wax, -9)
+                .arg(grams("fed"), 0, 'f', 0)
+                .arg(grams("nozzleFed"), 0, 'f', 1)
+                .arg(grams("pressed"), 0, 'f', 1)
+                .arg(grams("printed"), 0, 'f', 2));
+        taken = taken && grams("fed") > 0 && grams("nozzleFed") > 0 && grams("pressed") > 0;
+    }
+    for (const QJsonValue &bottle : state["bottles"].toArray())
+        taken = taken && qAbs(bottle["rest"].toDouble() - bottle["grams"].toDouble()) < 1;
+    if (!taken)
+        say("  no wax was fed or pressed, or a card does not tell what is in its bottle");
+    return taken;
+}
+
+int judge(const DemoOptions &options, const QString &name, double seconds, const QJsonObject &state)
 {
     const QJsonObject report = readJson(options.out + "/report.json");
     const int violations = report["violations"].toArray().size();
@@ -134,13 +161,14 @@ int judge(const DemoOptions &options, const QString &name, double seconds)
             .arg(report["machineSeconds"].toDouble(), 0, 'f', 0));
     say(QString("The program itself adds %1 ms between two sweeps (median).")
             .arg(report["programGapMs"].toObject()["median"].toDouble(), 0, 'f', 2));
+    const bool fed = tellWax(state);
     say(QString("Violations: %1").arg(violations));
     for (const QJsonValue &violation : report["violations"].toArray())
         say("  " + QString::fromUtf8(QJsonDocument(violation.toObject()).toJson(QJsonDocument::Compact)));
     say("Comparing the printed layers with the slicer's ...");
     const bool equal = compareLayers(options, name);
     say("Report and pictures: " + QDir::toNativeSeparators(options.out));
-    if (violations || !equal || report["layers"].toInt() == 0)
+    if (violations || !equal || !fed || report["layers"].toInt() == 0)
         return say("The demo FAILED.", 1);
     return say("The demo is done: every dot is where the slicer wanted it.");
 }
@@ -158,6 +186,8 @@ int runDemo(const DemoOptions &options)
     rigOptions.scale = options.scale;
     rigOptions.machineArguments = QStringList{"--report", options.out + "/report.json",
                                               "--parts",  options.out + "/parts"};
+    if (options.panel)
+        rigOptions.panelPlatform = rigOptions.platform;
     QElapsedTimer clock;
     clock.start();
     PrinterRig rig(rigOptions);
@@ -166,9 +196,25 @@ int runDemo(const DemoOptions &options)
     const double seconds = clock.elapsed() / 1000.0;
     const QSettings settings(options.install + "/model/" + name + ".ini", QSettings::IniFormat);
     rig.machine({"stated-sleep", QString::number(waitsOfPass + settings.value("waitXTimeout").toInt())});
+    const QJsonObject state = rig.machine({"state"})["state"].toObject();
     if (!rig.stopProduct() || !rig.stopMachine())
         return say(rig.error(), 1);
-    return judge(options, name, seconds);
+    return judge(options, name, seconds, state);
+}
+
+/// Side by side on a display, else each on a port of its own. False without a display.
+static bool placeWindows(RigOptions *options)
+{
+    const bool x11 = qEnvironmentVariableIsSet("DISPLAY");
+    if (!x11 && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) {
+        options->platform = "vnc:size=600x1024:addr=127.0.0.1:port=5900";
+        options->panelPlatform = "vnc:size=1280x800:addr=127.0.0.1:port=5901";
+        return false;
+    }
+    options->platform = options->panelPlatform = x11 ? "xcb" : "wayland";
+    options->productArguments = QStringList{"-qwindowgeometry", "600x1024+0+0"};
+    options->machineArguments << "-qwindowgeometry" << "1280x800+620+0";
+    return true;
 }
 
 int runScreen(const DemoOptions &options)
@@ -180,17 +226,17 @@ int runScreen(const DemoOptions &options)
     RigOptions rigOptions;
     rigOptions.install = options.install;
     rigOptions.scale = options.scale;
-    const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    rigOptions.platform = display ? (qEnvironmentVariableIsSet("DISPLAY") ? "xcb" : "wayland")
-                                  : "vnc:size=600x1024:addr=127.0.0.1:port=5900";
+    const bool display = placeWindows(&rigOptions);
     PrinterRig rig(rigOptions);
     if (!rig.startMachine() || !rig.startProduct())
         return say(rig.error(), 1);
     rig.machine({"usb", "plug", options.out + "/usb"});
     if (!display)
-        say("There is no display: point a VNC viewer at 127.0.0.1:5900.");
+        say("There is no display: point one VNC viewer at 127.0.0.1:5900, the printer's screen, and one at "
+            "127.0.0.1:5901, the machine.");
     say("The window is yours: queue page, then the USB button, adds " + name + "; the Home page starts it.");
-    say("Work the machine beside it: " + options.install + "/machinectl --install " + options.install + " help");
-    rig.waitFor([&] { return !rig.productRuns(); }, std::numeric_limits<int>::max());
+    say("Work the machine in its panel, or with " + options.install + "/machinectl --install " + options.install +
+        " help. Closing a window ends both.");
+    rig.waitFor([&] { return !rig.productRuns() || !rig.machineRuns(); }, std::numeric_limits<int>::max());
     return 0;
 }
