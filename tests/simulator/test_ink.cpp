@@ -30,7 +30,7 @@ struct InkMachine : TestMachine {
         return data[size_t(byte)];
     }
     int pressure(int head) { return int16_t(ask("5 34", 2 * head) | ask("5 34", 2 * head + 1) << 8); }
-    /// Seconds that pass, requests to boards, bottle 4 in hand, or commands; parted by "; ".
+    /// Seconds that pass, requests to boards, or commands; parted by "; ".
     void play(const QString &steps)
     {
         for (const QString &step : steps.split("; ", Qt::SkipEmptyParts)) {
@@ -40,10 +40,6 @@ struct InkMachine : TestMachine {
                 pass(value);
             else if (step[0].isDigit())
                 ask(step);
-            else if (step == "pull")
-                machine.bottles().at(4).present = false;
-            else if (step == "little left")
-                machine.bottles().at(4).grams = 30;
             else
                 QVERIFY2(runCommand(context, step.split(' '))["ok"].toBool(), qPrintable(step));
         }
@@ -74,7 +70,6 @@ private slots:
     void feedsAHead();
     void pressesUnderTheStack_data();
     void pressesUnderTheStack();
-    void stackSticks_data();
     void stackSticks();
     void raisesViolations_data();
     void raisesViolations();
@@ -88,12 +83,12 @@ void TestInk::feedsFromABottle_data()
     QTest::addColumn<double>("grams");
     const QString feed = "3 410001; "; // 6.5 s
     QTest::newRow("whole") << feed + "7" << 0 << 65.0;
-    QTest::newRow("little left") << "little left; " + feed + "7" << 1 << 30.0;
+    QTest::newRow("little left") << "bottle-grams 4 30; " + feed + "7" << 1 << 30.0;
     QTest::newRow("fails") << "feed-fail structure 1; " + feed + "7" << 1 << 0.0;
     QTest::newRow("fails once") << "feed-fail structure 1; " + feed + "7; " + feed + "7" << 0 << 65.0;
     QTest::newRow("door open") << "door inkbox open; " + feed << 1 << 0.0;
     QTest::newRow("door opened") << feed + "4; door inkbox open; 0.1" << 1 << 40.0;
-    QTest::newRow("bottle pulled") << feed + "4; pull; 0.1; 10" << 1 << 40.0;
+    QTest::newRow("bottle pulled") << feed + "4; bottle 4 pull; 10" << 1 << 40.0;
 }
 
 void TestInk::feedsFromABottle()
@@ -109,7 +104,7 @@ void TestInk::feedsFromABottle()
     QTEST(m.ask("3 ff", 6), "result");
     QVERIFY(m.ask("3 ff", 4) > 1); // the other path has its own
     QFETCH(double, grams);
-    const double left = steps.contains("little") ? 30 : 1000;
+    const double left = steps.contains("grams") ? 30 : 1000;
     QVERIFY(qAbs(left - m.machine.bottles().at(4).grams - grams) < 1e-9);
     QVERIFY(qAbs(m.ink("fed", "structure") - grams) < 1e-9);
     QVERIFY2(!m.machine.violations().count(), m.violations());
@@ -165,26 +160,18 @@ void TestInk::pressesUnderTheStack()
     QVERIFY2(!m.machine.violations().count(), m.violations());
 }
 
-void TestInk::stackSticks_data()
-{
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<int>("fetched");
-    QTest::addColumn<int>("returned");
-    QTest::newRow("free") << "stack free" << 1 << 0;
-    QTest::newRow("parked") << "stack parked" << 0 << 0;
-    QTest::newRow("carriage") << "stack carriage" << 1 << 1;
-}
-
 void TestInk::stackSticks()
 {
-    QFETCH(QString, fault);
-    InkMachine m;
-    m.play(fault + "; " + fetchStack);
-    QTEST(m.ask("2 72", 2), "fetched");
-    m.play("2 86000000 50870a00; 5; 2 8700; 2 86000000 20120a00; 5");
-    QTEST(m.ask("2 72", 2), "returned");
-    m.play("2 85; 5"); // homing drags it along, if need be
-    QVERIFY2(!m.machine.violations().count(), m.violations());
+    for (const auto &[fault, fetched, returned] :
+         {std::tuple{"free", 1, 0}, {"parked", 0, 0}, {"carriage", 1, 1}}) {
+        InkMachine m;
+        m.play("stack " + QString(fault) + "; " + fetchStack);
+        QCOMPARE(m.ask("2 72", 2), fetched);
+        m.play("2 86000000 50870a00; 5; 2 8700; 2 86000000 20120a00; 5");
+        QCOMPARE(m.ask("2 72", 2), returned);
+        m.play("2 85; 5"); // homing drags it along, if need be
+        QVERIFY2(!m.machine.violations().count(), m.violations());
+    }
 }
 
 void TestInk::raisesViolations_data()
@@ -216,17 +203,14 @@ void TestInk::balanceCloses()
     InkMachine m;
     BottleRack &bottles = m.machine.bottles();
     m.play("tank 1 structure 0.3; island structure 20");
-    double islands[InkMaterials], tanks[InkMaterials];
     const auto inTanks = [&m](InkMaterial material) {
         return m.machine.ink().tank(1, material) + m.machine.ink().tank(2, material) +
                m.machine.ink().tank(3, material);
     };
-    for (InkMaterial material : {Structure, Support}) {
-        islands[material] = m.machine.ink().island(material);
-        tanks[material] = inTanks(material);
-    }
+    const double tanks[] = {inTanks(Structure), inTanks(Support)};
+    const double islands[] = {20, 72};
     m.play("3 4001; 3 410001; 4.7; door inkbox open; 2; door inkbox close; 3 410001; 3; "
-           "pull; 1; 3 4201; 3 430001; 0.37; " +
+           "bottle 4 pull; 1; 3 4201; 3 430001; 0.37; " +
            fetchStack + "; 5 6a003f; 5 57; 3 42000001; 0.2");
     Head &head = m.machine.headArray().head(2);
     head.autofire.set(1).set(880);
