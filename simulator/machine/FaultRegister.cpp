@@ -2,6 +2,8 @@
 
 #include "Commands.h"
 
+#include <QJsonArray>
+
 namespace
 {
 const QStringList offWords{"off", "revive", "normal", "no", "none", "free", "tight"};
@@ -24,6 +26,15 @@ int switchPlace(const Command &command)
     return -1;
 }
 } // namespace
+
+void FaultRegister::follow(const QJsonObject &state)
+{
+    for (const QJsonValue &value : state["bottles"].toArray()) {
+        const QJsonObject bottle = value.toObject();
+        if (bottle["fault"].toString().isEmpty())
+            m_active.remove(QStringLiteral("card %1").arg(bottle["position"].toInt()));
+    }
+}
 
 void FaultRegister::note(const Command &command, const QStringList &words)
 {

@@ -81,7 +81,7 @@ bool readOptions(const QCoreApplication &app, MachineOptions *options)
     return parser.isSet("install") && options->encoderResolution > 0;
 }
 
-/// Only a window needs a display: which kind of application it is has to be known before its options are read.
+/// Only a window needs a display: which kind of application it is must be known before its options are read.
 bool wantsPanel(int argc, char **argv)
 {
     return std::any_of(argv, argv + argc, [](const char *word) { return !std::strcmp(word, "--panel"); });

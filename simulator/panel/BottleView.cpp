@@ -8,9 +8,9 @@
 
 namespace
 {
-constexpr double fullGrams = 2000;
+constexpr double fullGrams = 3600;
 constexpr int supportPositions = 2; ///< positions 1 and 2 hold support wax, 3 and 4 structure wax
-constexpr int textLeft = 34;
+constexpr int textLeft = 24;
 constexpr int lineHeight = 15;
 } // namespace
 
@@ -24,7 +24,7 @@ BottleView::BottleView(int position, QWidget *parent)
     m_button->setEnabled(false);
     connect(m_button, &QPushButton::clicked, this, [this] {
         const bool present = m_bottle["present"].toBool();
-        emit run({"bottle", present ? "pull" : "put", QString::number(m_position)});
+        emit run({"bottle", QString::number(m_position), present ? "pull" : "put"});
     });
 }
 
@@ -50,15 +50,15 @@ void BottleView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRgb colour = m_position <= supportPositions ? look::support : look::structure;
-    look::drawText(painter, QRectF(0, 0, width(), 18), Qt::AlignVCenter, look::quiet, 12,
-                   tr("Bottle %1").arg(m_position));
-    look::drawText(painter, QRectF(0, 0, width(), 18), Qt::AlignVCenter | Qt::AlignRight, look::danger, 12,
-                   m_bottle["fault"].toString());
-    const QRectF bottle(2, 26, 22, height() - 26 - m_button->height() - 10);
+    const QString fault = m_bottle["fault"].toString();
+    look::drawText(
+        painter, QRectF(0, 0, width(), 18), Qt::AlignVCenter, fault.isEmpty() ? look::quiet : look::danger,
+        12, fault.isEmpty() ? tr("Bottle %1").arg(m_position) : tr("%1: %2").arg(m_position).arg(fault));
+    const QRectF bottle(1, 27, 15, height() - 26 - m_button->height() - 10);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(look::line));
-    painter.drawRoundedRect(bottle, 6, 6);
-    painter.drawRect(QRectF(bottle.center().x() - 5, bottle.top() - 5, 10, 6));
+    painter.drawRoundedRect(bottle, 5, 5);
+    painter.drawRect(QRectF(bottle.center().x() - 4, bottle.top() - 5, 8, 7));
     const bool present = m_bottle["present"].toBool();
     if (present) {
         const double share = qBound(0.0, m_bottle["grams"].toDouble() / fullGrams, 1.0);
@@ -67,7 +67,7 @@ void BottleView::paintEvent(QPaintEvent *)
     }
     const QStringList lines = m_bottle.isEmpty() ? QStringList{"-"}
                               : !present
-                                  ? QStringList{tr("no bottle")}
+                                  ? QStringList{tr("taken out")}
                                   : QStringList{text("grams", " g"), tr("card %1").arg(text("rest", " g")),
                                                 text("type"), text("sn"), text("date")};
     for (int line = 0; line < lines.size(); ++line)

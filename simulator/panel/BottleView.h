@@ -14,6 +14,7 @@ public:
 
     /// Its entry of the machine's state; empty as long as the machine tells none.
     void set(const QJsonObject &bottle);
+    QSize minimumSizeHint() const override { return {96, 150}; }
 
 signals:
     void run(const QStringList &words);

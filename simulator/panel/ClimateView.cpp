@@ -51,8 +51,8 @@ ClimateView::ClimateView(Climate &climate, QWidget *parent) : QWidget(parent), m
     int row = 0;
     for (int head = 1; head <= geometry::heads; ++head)
         addHead(grid, row++, head);
-    addStrip(grid, 0, firstSensors + 2, "leveller", tr("leveller speed"));
-    addStrip(grid, 0, firstSensors + 3, "pressure.positive", tr("air pressure"));
+    addStrip(grid, 0, firstSensors + 2, "leveller", tr("leveller"));
+    addStrip(grid, 0, firstSensors + 3, "pressure.positive", tr("air"));
     for (const ZoneRow &zones : zoneRows) {
         grid->addWidget(rowLabel(zones.title), row, 0);
         for (int column = 0; column < columns; ++column) {
@@ -72,15 +72,15 @@ void ClimateView::addHead(QGridLayout *grid, int row, int head)
     for (int sensor = 1; sensor <= firstSensors; ++sensor)
         addStrip(grid, row, sensor - 1, QStringLiteral("head.%1.%2").arg(head).arg(sensor),
                  tr("heater %1").arg(sensor));
-    addStrip(grid, row, firstSensors, QStringLiteral("pressure.structure.%1").arg(head), tr("structure air"));
-    addStrip(grid, row, firstSensors + 1, QStringLiteral("pressure.support.%1").arg(head), tr("support air"));
+    addStrip(grid, row, firstSensors, QStringLiteral("pressure.structure.%1").arg(head), tr("hold str"));
+    addStrip(grid, row, firstSensors + 1, QStringLiteral("pressure.support.%1").arg(head), tr("hold sup"));
 }
 
 void ClimateView::addStrip(QGridLayout *grid, int row, int column, const QString &name, const QString &title)
 {
     if (!m_climate.find(name))
         return;
-    const bool support = title.startsWith(QLatin1String("support"));
+    const bool support = title.contains(QLatin1String("sup"));
     auto *strip = new PlotStrip(title, support ? look::support : look::structure);
     strip->setToolTip(name);
     m_strips[name] = strip;

@@ -50,6 +50,7 @@ CommandPanel::CommandPanel(const CommandRow::Suggest &suggest, QWidget *parent) 
 
     m_faults = new QLabel;
     m_faults->setWordWrap(true);
+    m_faults->setProperty("note", true);
     column->addWidget(m_faults);
     m_answer = new QPlainTextEdit;
     m_answer->setReadOnly(true);
@@ -65,15 +66,22 @@ void CommandPanel::addGroup(QVBoxLayout *list, bool fault, const CommandRow::Sug
     m_headings[fault]->setProperty("heading", true);
     m_headings[fault]->setContentsMargins(0, fault ? 10 : 0, 0, 2);
     list->addWidget(m_headings[fault]);
-    for (const Command &command : commands()) {
-        if (command.fault != fault)
-            continue;
-        for (const CommandForm &form : commandForms(QString::fromLatin1(command.arguments))) {
-            auto *row = new CommandRow(command, form, suggest);
-            connect(row, &CommandRow::run, this, &CommandPanel::run);
-            list->addWidget(row);
-            m_rows.push_back(row);
+    // What works the machine stands before what only tells.
+    for (bool tells : {false, true}) {
+        for (const Command &command : commands()) {
+            if (command.fault == fault && !*command.arguments == tells)
+                addForms(list, command, suggest);
         }
+    }
+}
+
+void CommandPanel::addForms(QVBoxLayout *list, const Command &command, const CommandRow::Suggest &suggest)
+{
+    for (const CommandForm &form : commandForms(QString::fromLatin1(command.arguments))) {
+        auto *row = new CommandRow(command, form, suggest);
+        connect(row, &CommandRow::run, this, &CommandPanel::run);
+        list->addWidget(row);
+        m_rows.push_back(row);
     }
 }
 

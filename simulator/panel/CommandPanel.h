@@ -9,6 +9,8 @@ class QLineEdit;
 class QPlainTextEdit;
 class QVBoxLayout;
 
+struct Command;
+
 class CommandPanel : public QFrame
 {
     Q_OBJECT
@@ -29,6 +31,7 @@ signals:
 
 private:
     void addGroup(QVBoxLayout *list, bool fault, const CommandRow::Suggest &suggest);
+    void addForms(QVBoxLayout *list, const Command &command, const CommandRow::Suggest &suggest);
 
     std::vector<CommandRow *> m_rows;
     QLabel *m_headings[2] = {}; ///< by fault

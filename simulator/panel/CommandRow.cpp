@@ -56,7 +56,7 @@ CommandRow::CommandRow(const Command &command, const CommandForm &form, const Su
       m_fault(command.fault), m_form(form)
 {
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 4, 0, 6);
+    column->setContentsMargins(0, 3, 0, 4);
     column->setSpacing(2);
     auto *hint = makeLabel(QString::fromLatin1(command.help), "quiet");
     hint->setWordWrap(true);

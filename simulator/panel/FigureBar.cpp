@@ -16,7 +16,7 @@ struct Figure {
     int stretch;
 };
 constexpr Figure figures[] = {{"machine time", 3}, {"layers", 2},   {"passes", 2}, {"structure dots", 4},
-                              {"support dots", 4}, {"requests", 3}, {"boards", 6}, {"violations", 2}};
+                              {"support dots", 4}, {"requests", 3}, {"boards", 5}, {"violations", 2}};
 
 QString clockText(double seconds)
 {
@@ -27,17 +27,21 @@ QString clockText(double seconds)
         .arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
-/// "2 runs, 3 loader": number and mode of each board.
+/// "2 3 6 run, 5 in loader".
 QString boardsText(const QJsonArray &boards)
 {
-    QStringList words;
+    QStringList running, loading;
     for (const QJsonValue &value : boards) {
         const QJsonObject board = value.toObject();
-        words << QStringLiteral("%1 %2")
-                     .arg(board["board"].toInt())
-                     .arg(board["mode"].toString() == QLatin1String("loader") ? "loader" : "runs");
+        const bool loader = board["mode"].toString() == QLatin1String("loader");
+        (loader ? loading : running) << QString::number(board["board"].toInt());
     }
-    return words.isEmpty() ? QStringLiteral("-") : words.join(QStringLiteral(", "));
+    QStringList parts;
+    if (!running.isEmpty())
+        parts << running.join(' ') + QStringLiteral(" run");
+    if (!loading.isEmpty())
+        parts << loading.join(' ') + QStringLiteral(" in loader");
+    return parts.isEmpty() ? QStringLiteral("-") : parts.join(QStringLiteral(", "));
 }
 } // namespace
 

@@ -43,13 +43,13 @@ InkView::InkView(QWidget *parent) : QFrame(parent)
     line->addSpacing(10);
     for (const Ink &ink : inks) {
         m_islands.push_back(new TankView(tr("island %1").arg(ink.shortName), ink.colour));
-        line->addWidget(m_islands.back(), 12);
+        line->addWidget(m_islands.back(), 14);
     }
     line->addSpacing(10);
     for (int position = 1; position <= bottles; ++position) {
         m_bottles.push_back(new BottleView(position));
         connect(m_bottles.back(), &BottleView::run, this, &InkView::run);
-        line->addWidget(m_bottles.back(), 23);
+        line->addWidget(m_bottles.back(), 30);
     }
 }
 
@@ -69,7 +69,11 @@ void InkView::follow(const QJsonObject &state)
     const QJsonObject islands = state["ink"].toObject()["islands"].toObject();
     for (size_t i = 0; i < m_islands.size(); ++i) {
         const QJsonObject island = islands[inks[i].key].toObject();
-        const char *note = island["busy"].toBool() ? "feeding" : island["demand"].toBool() ? "demand" : "";
+        const int failed = state["ink"].toObject()["failedFeeds"].toObject()[inks[i].key].toInt();
+        const QString note = island["busy"].toBool()     ? tr("feeding")
+                             : island["demand"].toBool() ? tr("demand")
+                             : failed                    ? tr("%1 failed").arg(failed)
+                                                         : QString();
         m_islands[i]->set(island["grams"].toDouble() / fullIslandGrams, grams(island["grams"]), note);
     }
     const QJsonArray list = state["bottles"].toArray();

@@ -19,6 +19,7 @@ constexpr Token tokens[] = {
 
 constexpr char sheet[] = R"(
 QWidget#MachinePanel { background: @ground; }
+QWidget { font-family: "Noto Sans"; font-size: 14px; }
 QLabel { color: @text; background: transparent; }
 QLabel[quiet="true"] { color: @quiet; font-size: 12px; }
 QLabel[heading="true"] { color: @quiet; font-size: 13px; font-weight: bold; }
@@ -31,7 +32,8 @@ QPushButton { background: @raised; color: @text; border: 1px solid transparent; 
 QPushButton:pressed { background: #36435a; }
 QPushButton:disabled { color: #6b7480; }
 QPushButton:focus { border-color: @accent; }
-QLineEdit, QComboBox, QAbstractSpinBox { background: @ground; color: @text; border: 1px solid @line;
+QComboBox, QAbstractSpinBox { color: @text; }
+QLineEdit, QComboBox, QAbstractSpinBox { background: @ground; border: 1px solid @line;
               border-radius: 6px; padding: 2px 6px; font-size: 13px; min-height: 22px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus { border-color: @accent; }
 QComboBox QAbstractItemView { background: @raised; color: @text; selection-background-color: #36435a; }
@@ -41,6 +43,7 @@ QHeaderView::section { background: @surface; color: @quiet; border: none; paddin
 QScrollBar:vertical { background: transparent; width: 8px; }
 QScrollBar::handle:vertical { background: @raised; border-radius: 4px; min-height: 30px; }
 QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
+QLabel[note="true"] { font-size: 12px; }
 QWidget[state="good"] { color: @good; }
 QWidget[state="bad"] { color: @danger; }
 QWidget[state="warning"] { color: @warning; }

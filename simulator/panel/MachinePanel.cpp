@@ -50,7 +50,11 @@ MachinePanel::MachinePanel(const CommandContext &context, QWidget *parent)
 {
     setObjectName(QStringLiteral("MachinePanel"));
     setWindowTitle(tr("Simulated machine"));
-    setFont(look::font(14));
+    // Not by the style sheet: it would paint what an empty input asks for as bright as what was entered.
+    QPalette colours = palette();
+    colours.setColor(QPalette::Text, QColor(look::text));
+    colours.setColor(QPalette::PlaceholderText, QColor(look::quiet).darker(140));
+    setPalette(colours);
     setStyleSheet(look::styleSheet());
     resize(1280, 800);
     QVBoxLayout *column = makeColumn(this, 12);
@@ -72,13 +76,13 @@ QWidget *MachinePanel::makeShow()
 {
     auto *half = new QWidget;
     QVBoxLayout *column = makeColumn(half, 0);
-    column->addWidget(makeCard(m_machine), 27);
+    column->addWidget(makeCard(m_machine), 23);
     column->addWidget(m_ink, 18);
     auto *area = new QScrollArea;
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setWidget(m_climate);
-    column->addWidget(makeCard(area), 24);
+    column->addWidget(makeCard(area), 29);
     return half;
 }
 
@@ -108,8 +112,10 @@ void MachinePanel::refresh()
     m_climate->follow(machine.now());
     m_quick->follow(state);
     m_violations->follow(machine.violations());
-    if (m_context.faults)
+    if (m_context.faults) {
+        m_context.faults->follow(state);
         m_commands->showFaults(m_context.faults->active());
+    }
 }
 
 void MachinePanel::run(const QStringList &words)

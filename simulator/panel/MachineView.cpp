@@ -62,10 +62,10 @@ void MachineView::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const double gap = 18;
     const double drawn = height() - factHeight - 6;
-    const double part = std::min(width() * 0.2, drawn);
-    const double side = (width() - part - 2 * gap) / 2;
-    drawFront(painter, QRectF(0, 0, side, drawn));
-    drawAbove(painter, QRectF(side + gap, 0, side, drawn));
+    const double part = std::min(width() * 0.18, drawn);
+    const double both = width() - part - 2 * gap;
+    drawFront(painter, QRectF(0, 0, both * 0.44, drawn));
+    drawAbove(painter, QRectF(both * 0.44 + gap, 0, both * 0.56, drawn));
     drawPart(painter, QRectF(width() - part, 0, part, drawn));
     drawFacts(painter, QRectF(0, height() - factHeight, width(), factHeight));
 }
@@ -157,8 +157,9 @@ void MachineView::drawAbove(QPainter &painter, const QRectF &box) const
     caption(painter, box, tr("From above"));
     const QRectF floor = box.adjusted(0, 20, 0, 0);
     const double scale = std::min(floor.width() / shownX, floor.height() / shownY);
+    const double spare = std::max(0.0, floor.height() - shownY * scale) / 2;
     const auto toX = [&](double x) { return floor.left() + x * scale; };
-    const auto toY = [&](double y) { return floor.top() + y * scale; };
+    const auto toY = [&](double y) { return floor.top() + spare + y * scale; };
     const QRectF bed(toX(geometry::bedOriginX), toY(geometry::bedOriginY), bedWidth * scale,
                      bedDepth * scale);
     const double brim = platformBrim * scale;

@@ -10,7 +10,7 @@ namespace
 {
 constexpr double leastRange = 10; ///< so that noise does not fill the plot
 constexpr double visible = 0.05;  ///< a smaller change is not seen
-constexpr int textHeight = 17;
+constexpr int textHeight = 17, valueWidth = 32;
 } // namespace
 
 void History::add(double seconds, double value)
@@ -48,11 +48,11 @@ void PlotStrip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const QRectF box(0, textHeight, width(), height() - textHeight - 2);
-    const QString value = QString::number(m_reading, 'f', std::abs(m_reading) < 1000 ? 1 : 0);
-    look::drawText(painter, QRectF(0, 0, width() - 44, textHeight), Qt::AlignVCenter, look::quiet, 11,
+    const QString value = QString::number(m_reading, 'f', std::abs(m_reading) < 99.95 ? 1 : 0);
+    look::drawText(painter, QRectF(0, 0, width() - valueWidth, textHeight), Qt::AlignVCenter, look::quiet, 11,
                    m_title);
-    look::drawText(painter, QRectF(width() - 44, 0, 44, textHeight), Qt::AlignVCenter | Qt::AlignRight,
-                   look::text, 12, value);
+    look::drawText(painter, QRectF(width() - valueWidth, 0, valueWidth, textHeight),
+                   Qt::AlignVCenter | Qt::AlignRight, look::text, 12, value);
     painter.fillRect(box, QColor(look::ground));
     double low = std::min(m_reading, m_setPoint), high = std::max(m_reading, m_setPoint);
     for (const auto &sample : m_history.samples()) {

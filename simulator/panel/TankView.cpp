@@ -26,7 +26,7 @@ void TankView::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const int titleHeight = 18, lineHeight = 15;
     const int lines = 3;
-    look::drawText(painter, QRectF(0, 0, width(), titleHeight), Qt::AlignCenter, look::quiet, 12, m_title);
+    look::drawText(painter, QRectF(0, 0, width(), titleHeight), Qt::AlignCenter, look::quiet, 11, m_title);
     const QRectF bar(width() / 2.0 - 13, titleHeight + 2, 26,
                      height() - titleHeight - lines * lineHeight - 6);
     painter.setPen(Qt::NoPen);
@@ -38,7 +38,7 @@ void TankView::paintEvent(QPaintEvent *)
     const double top = bar.bottom() + 4;
     for (int line = 0; line < words.size() && line < lines - 1; ++line)
         look::drawText(painter, QRectF(0, top + line * lineHeight, width(), lineHeight), Qt::AlignCenter,
-                       look::text, 12, words[line]);
+                       look::text, 11, words[line]);
     look::drawText(painter, QRectF(0, top + (lines - 1) * lineHeight, width(), lineHeight), Qt::AlignCenter,
                    look::warning, 11, m_note);
 }

@@ -11,7 +11,7 @@ public:
 
     /// `share` 0 to 1; `words` say it in numbers; `note` is a mark such as "demand", shown as a warning.
     void set(double share, const QString &words, const QString &note);
-    QSize minimumSizeHint() const override { return {50, 110}; }
+    QSize minimumSizeHint() const override { return {38, 110}; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

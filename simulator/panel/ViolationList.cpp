@@ -18,6 +18,7 @@ ViolationList::ViolationList(QWidget *parent)
     : QFrame(parent), m_heading(new QLabel), m_table(new QTableWidget(0, 3))
 {
     setProperty("card", true);
+    m_heading->setProperty("heading", true);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(12, 8, 12, 10);
     column->setSpacing(6);

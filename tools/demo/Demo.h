@@ -9,6 +9,7 @@ struct DemoOptions
     QString mesh;    ///< STL, OBJ, PLY or 3MF
     QString out;     ///< folder for model, report and pictures
     double scale = 100;
+    bool panel = false;  ///< the machine has its panel, too, and panel.png shows it in the middle of the print
     bool screen = false; ///< leave window and machine to the person
 };
 

@@ -56,11 +56,15 @@ bool PrinterRig::startMachine()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("PELORA_TIME_SCALE", QString::number(m_options.scale));
+    QStringList arguments = QStringList{"--install", m_options.install} + m_options.machineArguments;
+    if (!m_options.panelPlatform.isEmpty()) {
+        environment.insert("QT_QPA_PLATFORM", m_options.panelPlatform);
+        arguments << "--panel";
+    }
     m_machine.setProcessEnvironment(environment);
     m_machine.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_machine.setWorkingDirectory(m_options.install);
-    m_machine.start(path("pelora-machine"),
-                    QStringList{"--install", m_options.install} + m_options.machineArguments);
+    m_machine.start(path("pelora-machine"), arguments);
     QByteArray line;
     QElapsedTimer clock;
     for (clock.start(); !line.contains('\n') && clock.elapsed() < startLimitMs;) {
@@ -83,7 +87,7 @@ bool PrinterRig::startProduct()
     m_product.setProcessChannelMode(QProcess::MergedChannels);
     m_product.setStandardOutputFile(m_options.install + "/../product-output.txt");
     m_product.setWorkingDirectory(m_options.install);
-    m_product.start(path("pelora"), QStringList());
+    m_product.start(path("pelora"), m_options.productArguments);
     if (!m_product.waitForStarted(startLimitMs))
         return fail("the program did not start: " + m_product.errorString());
     if (!m_operator.connectTo(m_operatorSocket, startLimitMs))

@@ -15,6 +15,8 @@ struct RigOptions
     QString install;               ///< installation folder, complete
     double scale = 100;            ///< time scale of product and machine
     QString platform = "offscreen"; ///< Qt platform of the product's window
+    QStringList productArguments;  ///< further arguments of the product
+    QString panelPlatform;         ///< Qt platform of the machine's panel; empty: the machine has no window
     QStringList machineArguments;  ///< further options of pelora-machine
     QStringList environment;       ///< further "NAME=value" of the product
 };
@@ -30,7 +32,9 @@ public:
     /// Closes the window as a window manager would and waits for the process' end.
     bool stopProduct();
     bool stopMachine();
-    bool productRuns() const { return m_product.state() == QProcess::Running; }
+    /// They look at the process itself: nobody's event loop runs here.
+    bool productRuns() { return runs(m_product); }
+    bool machineRuns() { return runs(m_machine); }
     qint64 productPid() const { return m_product.processId(); }
     /// What went wrong last, for a person.
     QString error() const { return m_error; }
@@ -75,6 +79,10 @@ public:
     QString tempPath(const QString &relative) const { return m_options.install + "/../.PeloraTemp/" + relative; }
 
 private:
+    static bool runs(QProcess &process)
+    {
+        return process.state() == QProcess::Running && !process.waitForFinished(0);
+    }
     bool fail(const QString &what);
     bool addMarkedModel(const QString &modelName);
     bool answerQuestion(const QString &pattern);
