@@ -32,6 +32,7 @@ CommandPanel::CommandPanel(const CommandRow::Suggest &suggest, QWidget *parent) 
     search->setObjectName(QStringLiteral("filter"));
     search->setPlaceholderText(tr("Filter commands and faults"));
     search->setClearButtonEnabled(true);
+    look::dimWhenEmpty(search);
     connect(search, &QLineEdit::textChanged, this, &CommandPanel::filter);
     column->addWidget(search);
 

@@ -1,6 +1,7 @@
 #include "CommandRow.h"
 
 #include "Commands.h"
+#include "Look.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -37,6 +38,7 @@ QWidget *makeEdit(const QString &name)
 {
     auto *edit = new QLineEdit;
     edit->setPlaceholderText(name);
+    look::dimWhenEmpty(edit);
     edit->setMinimumWidth(60);
     return edit;
 }

@@ -1,6 +1,7 @@
 #include "InkView.h"
 
 #include "BottleView.h"
+#include "InkPath.h"
 #include "Look.h"
 #include "TankView.h"
 #include "common/Geometry.h"
@@ -11,8 +12,8 @@
 
 namespace
 {
-constexpr double fullLevel = 61000;
-constexpr double fullIslandGrams = 130; ///< of the bar
+constexpr double fullLevel = InkPath::fullTank * InkPath::levelPerGram;
+constexpr double fullIslandGrams = 135; ///< of the bar: it wants more below 70, and gets 65
 constexpr int bottles = 4;
 
 struct Ink {
@@ -33,7 +34,7 @@ InkView::InkView(QWidget *parent) : QFrame(parent)
     setProperty("card", true);
     auto *line = new QHBoxLayout(this);
     line->setContentsMargins(14, 10, 14, 10);
-    line->setSpacing(8);
+    line->setSpacing(6);
     for (int head = 1; head <= geometry::heads; ++head) {
         for (const Ink &ink : inks) {
             m_tanks.push_back(new TankView(tr("H%1 %2").arg(head).arg(ink.shortName), ink.colour));
@@ -43,13 +44,13 @@ InkView::InkView(QWidget *parent) : QFrame(parent)
     line->addSpacing(10);
     for (const Ink &ink : inks) {
         m_islands.push_back(new TankView(tr("island %1").arg(ink.shortName), ink.colour));
-        line->addWidget(m_islands.back(), 14);
+        line->addWidget(m_islands.back(), 15);
     }
     line->addSpacing(10);
     for (int position = 1; position <= bottles; ++position) {
         m_bottles.push_back(new BottleView(position));
         connect(m_bottles.back(), &BottleView::run, this, &InkView::run);
-        line->addWidget(m_bottles.back(), 30);
+        line->addWidget(m_bottles.back(), 36);
     }
 }
 

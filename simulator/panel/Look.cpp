@@ -1,6 +1,7 @@
 #include "Look.h"
 
 #include <QFontMetricsF>
+#include <QLineEdit>
 #include <QStyle>
 #include <QVariant>
 #include <QWidget>
@@ -32,8 +33,7 @@ QPushButton { background: @raised; color: @text; border: 1px solid transparent; 
 QPushButton:pressed { background: #36435a; }
 QPushButton:disabled { color: #6b7480; }
 QPushButton:focus { border-color: @accent; }
-QComboBox, QAbstractSpinBox { color: @text; }
-QLineEdit, QComboBox, QAbstractSpinBox { background: @ground; border: 1px solid @line;
+QLineEdit, QComboBox, QAbstractSpinBox { background: @ground; color: @text; border: 1px solid @line;
               border-radius: 6px; padding: 2px 6px; font-size: 13px; min-height: 22px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus { border-color: @accent; }
 QComboBox QAbstractItemView { background: @raised; color: @text; selection-background-color: #36435a; }
@@ -48,6 +48,7 @@ QWidget[state="good"] { color: @good; }
 QWidget[state="bad"] { color: @danger; }
 QWidget[state="warning"] { color: @warning; }
 QWidget[state="quiet"] { color: @quiet; }
+QLineEdit[state="empty"] { color: #6b7480; }
 QToolTip { background: @raised; color: @text; border: 1px solid @line; padding: 4px; }
 )";
 } // namespace
@@ -67,6 +68,13 @@ void setState(QWidget *widget, const char *state)
     widget->setProperty("state", QByteArray(state));
     widget->style()->unpolish(widget);
     widget->style()->polish(widget);
+}
+
+void dimWhenEmpty(QLineEdit *edit)
+{
+    const auto colour = [edit] { setState(edit, edit->text().isEmpty() ? "empty" : "filled"); };
+    QObject::connect(edit, &QLineEdit::textChanged, edit, colour);
+    colour();
 }
 
 QFont font(int pixels, bool bold)

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QString>
 
+class QLineEdit;
 class QWidget;
 
 namespace look
@@ -25,6 +26,8 @@ constexpr QRgb good = 0xFF4CC38A;
 QString styleSheet();
 /// Colours a label, button or answer by a word of the style sheet: good, bad, warning, quiet.
 void setState(QWidget *widget, const char *state);
+/// What an empty input asks for shall not look like something entered.
+void dimWhenEmpty(QLineEdit *edit);
 /// Digits of equal width, so that changing numbers stand still.
 QFont font(int pixels, bool bold = false);
 /// Text on one line in a box, shortened with dots where it does not fit.

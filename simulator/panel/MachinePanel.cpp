@@ -50,11 +50,6 @@ MachinePanel::MachinePanel(const CommandContext &context, QWidget *parent)
 {
     setObjectName(QStringLiteral("MachinePanel"));
     setWindowTitle(tr("Simulated machine"));
-    // Not by the style sheet: it would paint what an empty input asks for as bright as what was entered.
-    QPalette colours = palette();
-    colours.setColor(QPalette::Text, QColor(look::text));
-    colours.setColor(QPalette::PlaceholderText, QColor(look::quiet).darker(140));
-    setPalette(colours);
     setStyleSheet(look::styleSheet());
     resize(1280, 800);
     QVBoxLayout *column = makeColumn(this, 12);
@@ -68,6 +63,8 @@ MachinePanel::MachinePanel(const CommandContext &context, QWidget *parent)
     connect(m_quick, &QuickControls::run, this, &MachinePanel::run);
     connect(m_commands, &CommandPanel::run, this, &MachinePanel::run);
     connect(&m_timer, &QTimer::timeout, this, &MachinePanel::refresh);
+    setFocusPolicy(Qt::ClickFocus);
+    setFocus(); // on no button: a space bar would press it
     m_timer.start(refreshMs);
     refresh();
 }

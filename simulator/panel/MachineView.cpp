@@ -26,6 +26,16 @@ void fillRound(QPainter &painter, const QRectF &box, QRgb colour, double radius 
     painter.drawRoundedRect(box, radius, radius);
 }
 
+/// Rows of the sketch's front grow with Z, that is, upwards on the bed.
+void drawUpright(QPainter &painter, const QRectF &box, const QImage &image, const QRect &cells)
+{
+    painter.save();
+    painter.translate(box.bottomLeft());
+    painter.scale(1, -1);
+    painter.drawImage(QRectF(QPointF(0, 0), box.size()), image, cells);
+    painter.restore();
+}
+
 void caption(QPainter &painter, const QRectF &box, const QString &text)
 {
     look::drawText(painter, QRectF(box.left(), box.top(), box.width(), 16), Qt::AlignVCenter, look::quiet, 12,
@@ -107,11 +117,10 @@ void MachineView::drawBed(QPainter &painter, const QRectF &box, double plane, do
     if (cells.isEmpty())
         return;
     const double size = PartSketch::cell * scale;
-    // The picture's rows grow with Z, that is, upwards on the bed, and the lowest lies on it.
     const double height = std::max(2.0, cells.height() * size);
     const QRectF part(box.left() + geometry::bedOriginX * scale + cells.left() * size, bed - height,
                       std::max(2.0, cells.width() * size), height);
-    painter.drawImage(part, m_sketch.front().copy(cells).mirrored());
+    drawUpright(painter, part, m_sketch.front(), cells);
 }
 
 void MachineView::drawCarriage(QPainter &painter, double x, double top) const
@@ -173,7 +182,7 @@ void MachineView::drawAbove(QPainter &painter, const QRectF &box) const
         const double size = PartSketch::cell * scale;
         painter.drawImage(QRectF(bed.left() + cells.left() * size, bed.top() + cells.top() * size,
                                  std::max(2.0, cells.width() * size), std::max(2.0, cells.height() * size)),
-                          m_sketch.top().copy(cells));
+                          m_sketch.top(), cells);
     }
     fillRound(painter, QRectF(toX(geometry::inkStation) - 9, bed.top(), 18, bed.height()), look::line);
     // Three heads make the bar: 440 rows each, one behind the other.
@@ -199,14 +208,14 @@ void MachineView::drawPart(QPainter &painter, const QRectF &box) const
     }
     const double gap = 8;
     const double scale = std::min(
-        {room.width() / front.width(), (room.height() - gap) / (front.height() + top.height()), 24.0});
+        {room.width() / front.width(), (room.height() - gap) / (front.height() + top.height()), 12.0});
     const QSizeF frontSize = QSizeF(front.size()) * scale, topSize = QSizeF(top.size()) * scale;
     const double left = room.center().x();
-    painter.drawImage(QRectF(QPointF(left - frontSize.width() / 2, room.top()), frontSize),
-                      m_sketch.front().copy(front).mirrored());
+    drawUpright(painter, QRectF(QPointF(left - frontSize.width() / 2, room.top()), frontSize),
+                m_sketch.front(), front);
     painter.drawImage(
         QRectF(QPointF(left - topSize.width() / 2, room.top() + frontSize.height() + gap), topSize),
-        m_sketch.top().copy(top));
+        m_sketch.top(), top);
     const auto millimetres = [](int cells) {
         return QString::number(cells * PartSketch::cell / 1000, 'f', 1);
     };

@@ -36,7 +36,6 @@ private:
 
     QJsonObject m_state;
     PartSketch m_sketch;
-    size_t m_passes = 0;
     double m_lastX = 0;
     bool m_right = true; ///< where the carriage went last
     bool m_firing = false;

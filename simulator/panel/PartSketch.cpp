@@ -4,20 +4,24 @@
 #include "PartRecorder.h"
 
 #include <QElapsedTimer>
+#include <algorithm>
 
 namespace
 {
-constexpr int columns = 640, rowsDeep = 460, rowsHigh = 300;
+constexpr int columns = 1280, rowsDeep = 920, rowsHigh = 600;
 constexpr qint64 limitNs = 1500000;
 
-void mark(QImage *image, QRect *used, int x, int y, QRgb colour)
+/// Cells of one row from `left` to `right`; support never hides structure.
+void markSpan(QImage *image, QRect *used, int y, int left, int right, QRgb colour)
 {
-    if (!image->valid(x, y))
+    left = std::max(left, 0);
+    right = std::min(right, image->width() - 1);
+    if (y < 0 || y >= image->height() || left > right)
         return;
-    QRgb &pixel = reinterpret_cast<QRgb *>(image->scanLine(y))[x];
-    if (pixel != look::structure)
-        pixel = colour;
-    *used |= QRect(x, y, 1, 1);
+    QRgb *pixels = reinterpret_cast<QRgb *>(image->scanLine(y));
+    for (int x = left; x <= right; ++x)
+        pixels[x] = pixels[x] == look::structure ? pixels[x] : colour;
+    *used |= QRect(left, y, right - left + 1, 1);
 }
 } // namespace
 
@@ -53,7 +57,7 @@ void PartSketch::add(const PassRecord &pass)
     addPlane(pass, pass.structure, look::structure);
 }
 
-/// Eight columns are a third of a millimetre: finer than a cell.
+/// By runs of bytes that hold something: eight columns are a third of a millimetre, about a cell.
 void PartSketch::addPlane(const PassRecord &pass, const SparsePlane &plane, QRgb colour)
 {
     const int z = int(pass.z / cell);
@@ -62,12 +66,18 @@ void PartSketch::addPlane(const PassRecord &pass, const SparsePlane &plane, QRgb
         if (head < 0)
             return;
         const int y = int((pass.dotY(head, row) - geometry::bedOriginY) / cell);
+        const auto cellOf = [&](int byte) {
+            return int((pass.dotX(head, byte * 8) - geometry::bedOriginX) / cell);
+        };
         for (int i = 0; i < count; ++i) {
             if (!data[i])
                 continue;
-            const int x = int((pass.dotX(head, (firstByte + i) * 8) - geometry::bedOriginX) / cell);
-            mark(&m_front, &m_frontCells, x, z, colour);
-            mark(&m_top, &m_topCells, x, y, colour);
+            const int first = firstByte + i;
+            while (i + 1 < count && data[i + 1])
+                ++i;
+            const auto [left, right] = std::minmax({cellOf(first), cellOf(firstByte + i)});
+            markSpan(&m_front, &m_frontCells, z, left, right, colour);
+            markSpan(&m_top, &m_topCells, y, left, right, colour);
         }
     });
 }

@@ -1,6 +1,6 @@
 #pragma once
-// The part as it stands, in half millimetres: seen from the front and from above. Fed with the passes as they
-// are fired, within a time limit a call, so that it never holds the machine.
+// The part as it stands, in quarters of a millimetre: seen from the front and from above. Fed with the passes
+// as they are fired, within a time limit a call, so that it never holds the machine.
 
 #include <QImage>
 #include <QRect>
@@ -12,7 +12,7 @@ struct SparsePlane;
 class PartSketch
 {
 public:
-    static constexpr double cell = 500; ///< micrometres
+    static constexpr double cell = 250; ///< micrometres
 
     PartSketch();
     /// Takes in what was fired since the last call. A part that has become lower is another one.
