@@ -10,7 +10,7 @@ namespace
 {
 constexpr double fullGrams = 3600;
 constexpr int supportPositions = 2; ///< positions 1 and 2 hold support wax, 3 and 4 structure wax
-constexpr int textLeft = 21;
+constexpr int textLeft = 19;
 constexpr int lineHeight = 15;
 } // namespace
 

@@ -44,13 +44,13 @@ InkView::InkView(QWidget *parent) : QFrame(parent)
     line->addSpacing(10);
     for (const Ink &ink : inks) {
         m_islands.push_back(new TankView(tr("island %1").arg(ink.shortName), ink.colour));
-        line->addWidget(m_islands.back(), 15);
+        line->addWidget(m_islands.back(), 18);
     }
     line->addSpacing(10);
     for (int position = 1; position <= bottles; ++position) {
         m_bottles.push_back(new BottleView(position));
         connect(m_bottles.back(), &BottleView::run, this, &InkView::run);
-        line->addWidget(m_bottles.back(), 36);
+        line->addWidget(m_bottles.back(), 38);
     }
 }
 

@@ -192,7 +192,7 @@ int runDemo(const DemoOptions &options)
     clock.start();
     PrinterRig rig(rigOptions);
     if (!printModel(rig, options, name))
-        return say("The print failed: " + rig.error(), 1);
+        return say("The print failed: " + rig.error() + "\n  the screen says: " + rig.message()["text"].toString(), 1);
     const double seconds = clock.elapsed() / 1000.0;
     const QSettings settings(options.install + "/model/" + name + ".ini", QSettings::IniFormat);
     rig.machine({"stated-sleep", QString::number(waitsOfPass + settings.value("waitXTimeout").toInt())});

@@ -125,14 +125,38 @@ QJsonObject PrinterRig::operate(const QString &op, QJsonObject arguments, int ti
     return answer;
 }
 
+/// Reading the cards, or a copy, tells its progress over the whole window.
+void PrinterRig::waitOutProgress()
+{
+    waitFor(
+        [this] {
+            const QJsonObject shown = message();
+            return shown.isEmpty() || !shown["buttons"].toArray().isEmpty();
+        },
+        pageLimitMs);
+}
+
+bool PrinterRig::touch(const QString &op, const QJsonObject &arguments)
+{
+    bool done = false;
+    const auto settled = [&] {
+        done = operate(op, arguments)["ok"].toBool();
+        return done || !m_error.contains("is covered by") || !message()["buttons"].toArray().isEmpty();
+    };
+    waitFor(settled, pageLimitMs);
+    return done;
+}
+
 bool PrinterRig::click(const QString &widget)
 {
-    return operate("click", {{"widget", widget}})["ok"].toBool();
+    waitOutProgress();
+    return touch("click", {{"widget", widget}});
 }
 
 bool PrinterRig::clickCell(const QString &table, int row, int column)
 {
-    return operate("cell", {{"widget", table}, {"row", row}, {"column", column}})["ok"].toBool();
+    waitOutProgress();
+    return touch("cell", {{"widget", table}, {"row", row}, {"column", column}});
 }
 
 QJsonObject PrinterRig::state(const QString &widget)
