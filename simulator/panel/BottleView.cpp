@@ -72,5 +72,5 @@ void BottleView::paintEvent(QPaintEvent *)
                                                 text("type"), text("sn"), text("date")};
     for (int line = 0; line < lines.size(); ++line)
         look::drawText(painter, QRectF(textLeft, 22 + line * lineHeight, width() - textLeft, lineHeight),
-                       Qt::AlignVCenter, line ? look::quiet : look::text, line ? 11 : 13, lines[line]);
+                       Qt::AlignVCenter, line ? look::quiet : look::text, line ? 10 : 12, lines[line]);
 }

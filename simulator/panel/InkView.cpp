@@ -41,12 +41,12 @@ InkView::InkView(QWidget *parent) : QFrame(parent)
             line->addWidget(m_tanks.back(), 10);
         }
     }
-    line->addSpacing(10);
+    line->addSpacing(6);
     for (const Ink &ink : inks) {
-        m_islands.push_back(new TankView(tr("island %1").arg(ink.shortName), ink.colour));
-        line->addWidget(m_islands.back(), 18);
+        m_islands.push_back(new TankView(tr("isl. %1").arg(ink.shortName), ink.colour));
+        line->addWidget(m_islands.back(), 12);
     }
-    line->addSpacing(10);
+    line->addSpacing(6);
     for (int position = 1; position <= bottles; ++position) {
         m_bottles.push_back(new BottleView(position));
         connect(m_bottles.back(), &BottleView::run, this, &InkView::run);

@@ -42,6 +42,7 @@ QPlainTextEdit, QTableWidget { background: @ground; color: @text; border: none; 
 QHeaderView::section { background: @surface; color: @quiet; border: none; padding: 2px 6px; font-size: 12px; }
 QScrollBar:vertical { background: transparent; width: 8px; }
 QScrollBar::handle:vertical { background: @raised; border-radius: 4px; min-height: 30px; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
 QLabel[note="true"] { font-size: 12px; }
 QWidget[state="good"] { color: @good; }

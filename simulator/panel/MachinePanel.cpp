@@ -90,6 +90,7 @@ QWidget *MachinePanel::makeControls()
     QVBoxLayout *column = makeColumn(half, 0);
     column->addWidget(m_quick);
     column->addWidget(m_commands, 3);
+    m_violations->setMinimumHeight(150);
     column->addWidget(m_violations, 1);
     return half;
 }

@@ -17,6 +17,7 @@ constexpr double platformBrim = 12000;
 
 // Pixels.
 constexpr double carriageWidth = 46, carriageHeight = 34;
+constexpr double carriageReach = 32; ///< what of it lies left of the axis when it is at home
 constexpr double factHeight = 18;
 
 void fillRound(QPainter &painter, const QRectF &box, QRgb colour, double radius = 4)
@@ -74,23 +75,24 @@ void MachineView::paintEvent(QPaintEvent *)
     const double drawn = height() - factHeight - 6;
     const double part = std::min(width() * 0.18, drawn);
     const double both = width() - part - 2 * gap;
-    drawFront(painter, QRectF(0, 0, both * 0.44, drawn));
-    drawAbove(painter, QRectF(both * 0.44 + gap, 0, both * 0.56, drawn));
+    caption(painter, QRectF(0, 0, both * 0.44, drawn), tr("From the front"));
+    drawFront(painter, QRectF(carriageReach, 0, both * 0.44 - carriageReach, drawn));
+    caption(painter, QRectF(both * 0.44 + gap, 0, both * 0.56, drawn), tr("From above"));
+    drawAbove(painter, QRectF(both * 0.44 + gap + 12, 0, both * 0.56 - 12, drawn));
     drawPart(painter, QRectF(width() - part, 0, part, drawn));
     drawFacts(painter, QRectF(0, height() - factHeight, width(), factHeight));
 }
 
 void MachineView::drawFront(QPainter &painter, const QRectF &box) const
 {
-    caption(painter, box, tr("From the front"));
     const double scale = box.width() / shownX;
     const double rail = box.top() + 26;
     const double plane = rail + carriageHeight + 6;
     const auto toX = [&](double x) { return box.left() + x * scale; };
     fillRound(painter, QRectF(box.left(), rail, box.width(), 4), look::line, 2);
-    drawBed(painter, box, plane, scale);
     painter.setPen(QPen(QColor(look::line), 1, Qt::DashLine));
     painter.drawLine(QPointF(box.left(), plane), QPointF(box.right(), plane));
+    drawBed(painter, box, plane, scale);
     // The ink station's post, and the stack on it unless the carriage has it.
     const double station = toX(geometry::inkStation);
     fillRound(painter, QRectF(station - 9, plane + 14, 18, box.bottom() - plane - 14), look::line);
@@ -163,7 +165,6 @@ void MachineView::drawStack(QPainter &painter, double x, double top) const
 
 void MachineView::drawAbove(QPainter &painter, const QRectF &box) const
 {
-    caption(painter, box, tr("From above"));
     const QRectF floor = box.adjusted(0, 20, 0, 0);
     const double scale = std::min(floor.width() / shownX, floor.height() / shownY);
     const double spare = std::max(0.0, floor.height() - shownY * scale) / 2;
