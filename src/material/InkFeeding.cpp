@@ -79,9 +79,9 @@ bool InkFeeding::pass(InkPath ink)
     const int result = sendCommand(request, &answer);
     if (result != SendOk) {
         LOG_WARNING(hexText(request, answer));
-        // A silent board has taken its two seconds; one that is filtered refuses at once, as a closed port
-        // does.
-        return result == SendClosed;
+        // A silent board has taken its two seconds; a board that is filtered, a closed port and a line that is
+        // gone refuse at once.
+        return result != SendNoAnswer;
     }
     if (answer.data[path.demandByte] == 1 && answer.data[path.demandByte - 1] == 0)
         feedValve(path, answer);

@@ -125,17 +125,6 @@ QJsonObject PrinterRig::operate(const QString &op, QJsonObject arguments, int ti
     return answer;
 }
 
-/// Reading the cards, or a copy, tells its progress over the whole window.
-void PrinterRig::waitOutProgress()
-{
-    waitFor(
-        [this] {
-            const QJsonObject shown = message();
-            return shown.isEmpty() || !shown["buttons"].toArray().isEmpty();
-        },
-        pageLimitMs);
-}
-
 bool PrinterRig::touch(const QString &op, const QJsonObject &arguments)
 {
     bool done = false;
@@ -149,13 +138,11 @@ bool PrinterRig::touch(const QString &op, const QJsonObject &arguments)
 
 bool PrinterRig::click(const QString &widget)
 {
-    waitOutProgress();
     return touch("click", {{"widget", widget}});
 }
 
 bool PrinterRig::clickCell(const QString &table, int row, int column)
 {
-    waitOutProgress();
     return touch("cell", {{"widget", table}, {"row", row}, {"column", column}});
 }
 

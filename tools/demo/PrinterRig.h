@@ -41,7 +41,6 @@ public:
 
     /// One operation of the operator; the answer's "ok" tells.
     QJsonObject operate(const QString &op, QJsonObject arguments = {}, int timeoutMs = 30000);
-    /// A click waits while a message without a button is up: the program takes it down by itself.
     bool click(const QString &widget);
     bool clickCell(const QString &table, int row, int column);
     QJsonObject state(const QString &widget);
@@ -88,7 +87,6 @@ private:
     /// Waits while a message that closes itself lies over the widget, such as the one while cards are read.
     bool touch(const QString &op, const QJsonObject &arguments);
     bool addMarkedModel(const QString &modelName);
-    void waitOutProgress();
     bool answerQuestion(const QString &pattern);
 
     RigOptions m_options;
