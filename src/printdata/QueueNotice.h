@@ -1,0 +1,13 @@
+#pragma once
+// How those who change the queue away from its page tell the page, and how the remote client learns of
+// changes made at the machine. The page is above; it installs itself.
+
+#include <functional>
+
+/// Installed by the queue page; called on any thread, so it has to post. `changed` as below.
+void setQueueRefresh(std::function<void()> refresh);
+/// Has the page show its tab anew. `changed`: the machine's own doing, which the remote client learns of;
+/// false forgets an earlier one. Any thread.
+void refreshQueue(bool changed);
+/// True once after refreshQueue(true). Any thread.
+bool takeQueueChanged();

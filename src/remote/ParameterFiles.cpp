@@ -1,0 +1,4 @@
+#include "remote/RemoteCall.h"
+#include "remote/RemoteCommands.h"
+
+void parameterFileCommand(const RemoteCall &) {}
