@@ -9,6 +9,7 @@
 namespace {
 constexpr int stopLimitMs = 5000;
 constexpr int waitLimitMs = 60000;
+constexpr int axisLimitMs = 180000; // ten thousand looks at an axis, each a message
 constexpr double partHeightMm = 2.5; // enough layers for a hand on the screen
 using Steps = std::function<bool(PrinterRig &)>;
 
@@ -76,6 +77,13 @@ void TestFaults::endsAs_data()
     const auto at3 = [](const QStringList &fault) -> Steps {
         return [fault](PrinterRig &rig) { return atLayer(rig, 3) && machine(rig, fault); };
     };
+    // Mended once it was told: the end of a job waits for the axes, too, as long as for the move that failed.
+    const auto stuck = [](const QString &axis, const QString &message) -> Steps {
+        return [axis, message](PrinterRig &rig) {
+            return atLayer(rig, 3) && machine(rig, {"stick", axis, "on"}) &&
+                   !rig.waitMessage(message, axisLimitMs).isEmpty() && machine(rig, {"stick", axis, "off"});
+        };
+    };
     const auto stopAfter = [](const QString &waiting) -> Steps {
         return [waiting](PrinterRig &rig) {
             return !rig.waitMessage(waiting, waitLimitMs).isEmpty() && stopsInTime(rig);
@@ -87,9 +95,9 @@ void TestFaults::endsAs_data()
     QTest::newRow("stop while paused") << none << Steps([](PrinterRig &rig) {
         return atLayer(rig, 2) && rig.click("pushButton_printImage") && stopsInTime(rig);
     }) << "停止打印";
-    QTest::newRow("X stuck") << none << at3({"stick", "x", "on"}) << "X 轴停止运动超时|打印超时";
-    QTest::newRow("Y stuck") << none << at3({"stick", "y", "on"}) << "Y 轴停止运动超时";
-    QTest::newRow("Z stuck") << none << at3({"stick", "z", "on"}) << "Z 轴停止运动超时";
+    QTest::newRow("X stuck") << none << stuck("x", "X 轴停止运动超时|打印超时") << "X 轴停止运动超时|打印超时";
+    QTest::newRow("Y stuck") << none << stuck("y", "Y 轴停止运动超时") << "Y 轴停止运动超时";
+    QTest::newRow("Z stuck") << none << stuck("z", "Z 轴停止运动超时") << "Z 轴停止运动超时";
     QTest::newRow("transfer does not complete") << none << at3({"hold-transfer", "on"}) << "打印超时";
     const auto atOnce = [](const QStringList &fault) -> Steps {
         return [fault](PrinterRig &rig) { return machine(rig, fault); };
@@ -188,7 +196,7 @@ void TestFaults::doorOpenInMidJob()
     QVERIFY(atLayer(rig, 2) && machine(rig, {"door", "inkbox", "open"}));
     QVERIFY2(!rig.waitMessage("请关闭墨箱门", waitLimitMs).isEmpty(), qPrintable(rig.error()));
     QVERIFY(machine(rig, {"door", "inkbox", "close"}));
-    QVERIFY(rig.message().isEmpty() || rig.answer("close"));
+    QVERIFY(rig.waitFor([&] { return rig.message().isEmpty() || rig.answer("close"); }, waitLimitMs));
     QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
 }
 
