@@ -1,6 +1,7 @@
-/* The head-interface board library: what this program uses of it. Boards and heads count from 1. Every function
- * returns 0 on success, else an error number, unless it says otherwise. Shared by the loader of the program and by
- * the library that stands in for the boards on a desk. Not safe for concurrent calls: callers hold one lock. */
+/* The head-interface board library: what this program uses of it. Boards and heads count from 1. Every
+ * function returns 0 on success, else an error number, unless it says otherwise. Shared by the loader of the
+ * program and by the library that stands in for the boards on a desk. Not safe for concurrent calls: callers
+ * hold one lock. */
 #pragma once
 
 #include <stdint.h>
@@ -21,8 +22,8 @@ typedef struct HibDotClock {
     uint32_t mode; /* 0x10001 */
 } HibDotClock;
 
-/* One pass: rows of one bit a pixel, lowest bit first, rows padded to 32 bits. The library reads the planes until
- * the transfer is complete. */
+/* One pass: rows of one bit a pixel, lowest bit first, rows padded to 32 bits. The library reads the planes
+ * until the transfer is complete. */
 typedef struct HibPackedImage {
     const uint8_t *supportPlane;
     const uint8_t *structurePlane;
@@ -37,21 +38,29 @@ typedef struct HibPackedImage {
 } HibPackedImage;
 
 typedef struct HibWaveformKnot {
-    float timeUs;
-    float voltageV;
-    int32_t type;
-    int32_t link;
-    uint8_t fixedTime;    /* 0 or 1 */
-    uint8_t fixedVoltage; /* 0 or 1 */
+    float time;    /* microseconds */
+    float voltage; /* volts */
+    int32_t drive;
+    int32_t connect;
+    uint8_t scalable;  /* 0 or 1 */
+    uint8_t reference; /* 0 or 1 */
     uint8_t padding[2];
-    int32_t reserved;
+    int32_t normRegion;
 } HibWaveformKnot; /* 24 bytes */
+
+/* What a head tells of itself. */
+typedef struct HibHeadMisc {
+    char serialNumber[16]; /* zero ends it, if it is shorter */
+    int32_t colorCount;    /* colours count from 1: support, structure */
+    int32_t nozzlesPerColor;
+} HibHeadMisc;
 
 typedef void (*HibPackedImageCallback)(int32_t ignored, HibPackedImage *record, void *context);
 typedef void (*HibFreePackedMemoryCallback)(int32_t ignored, HibPackedImage *record, void *context);
 
 int32_t hibInitAllBoards(int32_t *boardCount, int32_t flag);
-int32_t hibGetHibLibVersion(int32_t *major, int32_t *minor, int32_t *revision, int32_t *build, int32_t *variant);
+int32_t hibGetHibLibVersion(int32_t *major, int32_t *minor, int32_t *revision, int32_t *build,
+                            int32_t *variant);
 int32_t hibGetMfgCode(int32_t board, float *code);
 int32_t hibAddHeadToPrintBar(int32_t bar, int32_t head, int32_t board, int32_t connector, int32_t enabled,
                              int32_t flags);
@@ -67,16 +76,23 @@ int32_t hibSetEncoderPos(int32_t board, int32_t position);
 int32_t hibSetAutofireMask(int32_t board, int32_t nozzle, int32_t flags);
 int32_t hibAutofireStart(int32_t board, float frequencyHz, int32_t flags, int32_t mode, int32_t count);
 int32_t hibAutofireStop(int32_t board);
-int32_t hibGetHeadInkLevels(int32_t head, int32_t *support, int32_t *second, int32_t *structure, int32_t *fourth);
+int32_t hibGetHeadInkLevels(int32_t head, int32_t *support, int32_t *second, int32_t *structure,
+                            int32_t *fourth);
 int32_t hibGetHeaterTemp(int32_t head, int32_t sensor, float *degrees);
 int32_t hibSetThermalSetpoint(int32_t head, int32_t one, int32_t sensor, float degrees);
 int32_t hibGetWaveform(int32_t head, int32_t waveform, HibWaveformKnot *knots);
+int32_t hibSetWaveform(int32_t head, int32_t waveform, const HibWaveformKnot *knots);
 int32_t hibWaveformMaxKnotCount(int32_t head); /* returns the knot count */
 int32_t hibAdjustWaveformVoltage(int32_t head, int32_t waveform, float differenceV);
+int32_t hibGetHeadMisc(int32_t board, int32_t head, HibHeadMisc *misc);
+int32_t hibShowHeadHcd(int32_t board, int32_t head, const char *waveform); /* shows a colour's drive data */
+int32_t hibGetNormVals(int32_t board, int32_t color, int8_t *values, int32_t count);
+int32_t hibLoadNormVals(int32_t board, int32_t color, const int8_t *values, int32_t count);
 
 #ifdef __cplusplus
 }
 static_assert(sizeof(HibDotClock) == 24, "record of the boards' library");
 static_assert(sizeof(HibWaveformKnot) == 24, "record of the boards' library");
+static_assert(sizeof(HibHeadMisc) == 24, "record of the boards' library");
 static_assert(sizeof(void *) != 8 || sizeof(HibPackedImage) == 56, "record of the boards' library");
 #endif

@@ -28,8 +28,13 @@ enum class Op : uint16_t {
     InkLevels,       // head -> four levels
     HeaterTemp,      // head, sensor -> degrees
     ThermalSetpoint, // head, sensor, degrees
-    GetWaveform,     // head, waveform -> 8 knots of time and volts
+    GetWaveform,     // head, waveform -> 8 knots of 7 numbers
     AdjustVoltage,   // head, waveform, difference
+    SetWaveform,     // head, waveform, 8 knots of 7 numbers
+    HeadMisc,        // board, head -> serial number, colours, nozzles of a colour
+    ShowHcd,         // board, head, waveform
+    GetNorm,         // board, colour -> a value a nozzle
+    LoadNorm,        // board, colour, a value a nozzle
 };
 
 /// 2640 of these come in a row whenever the dot clock is set, so nobody waits for them.
@@ -55,5 +60,9 @@ struct ReplyHead {
 enum Result : int32_t { Done = 0, BadArgument = 1, NoBoards = 2, TimedOut = 3, NoImage = 4 };
 
 constexpr int knotCount = 8;
+/// Time, volts, drive, connect, scalable, reference, norm region.
+constexpr int knotNumbers = 7;
+constexpr int colors = 2;                    ///< support 1, structure 2
+constexpr int colorNozzles = 440;            ///< of a head
 constexpr uint32_t requestLimit = 64u << 20; ///< no honest request is longer
 } // namespace heads

@@ -13,6 +13,9 @@
 
 namespace
 {
+/// Unanswered requests that may wait for the next call: more than setting a dot clock makes.
+constexpr size_t gatheredLimit = 256 << 10;
+
 QByteArray socketPath()
 {
     QFile settings(QStringLiteral("config/Platform.json"));
@@ -66,12 +69,12 @@ void HeadLink::appendBytes(const void *bytes, size_t size)
     m_out.insert(m_out.end(), from, from + size);
 }
 
-void HeadLink::append(heads::Op op, std::initializer_list<double> arguments, size_t extraBytes)
+void HeadLink::append(heads::Op op, const double *arguments, size_t count, size_t extraBytes)
 {
-    const heads::RequestHead head = {uint32_t(arguments.size() * sizeof(double) + extraBytes), uint16_t(op),
-                                     uint16_t(arguments.size()), ++m_sequence};
+    const heads::RequestHead head = {uint32_t(count * sizeof(double) + extraBytes), uint16_t(op),
+                                     uint16_t(count), ++m_sequence};
     appendBytes(&head, sizeof head);
-    appendBytes(arguments.begin(), arguments.size() * sizeof(double));
+    appendBytes(arguments, count * sizeof(double));
 }
 
 bool HeadLink::flush()
@@ -134,15 +137,25 @@ int HeadLink::call(heads::Op op, std::initializer_list<double> arguments, std::v
 {
     if (m_socket < 0)
         return heads::NoBoards;
-    append(op, arguments);
+    append(op, arguments.begin(), arguments.size());
     return flush() ? receive(values, timeoutMs) : int(heads::NoBoards);
+}
+
+int HeadLink::call(heads::Op op, const std::vector<double> &arguments)
+{
+    if (m_socket < 0)
+        return heads::NoBoards;
+    append(op, arguments.data(), arguments.size());
+    return flush() ? receive(nullptr, -1) : int(heads::NoBoards);
 }
 
 int HeadLink::post(heads::Op op, std::initializer_list<double> arguments)
 {
     if (m_socket < 0)
         return heads::NoBoards;
-    append(op, arguments);
+    append(op, arguments.begin(), arguments.size());
+    if (m_out.size() > gatheredLimit && !flush())
+        return heads::NoBoards;
     return heads::Done;
 }
 
@@ -151,7 +164,8 @@ int HeadLink::arm(std::initializer_list<double> arguments, const SparsePlane &su
 {
     if (m_socket < 0)
         return heads::NoBoards;
-    append(heads::Op::Arm, arguments, support.bytes.size() + structure.bytes.size());
+    append(heads::Op::Arm, arguments.begin(), arguments.size(),
+           support.bytes.size() + structure.bytes.size());
     appendBytes(support.bytes.data(), support.bytes.size());
     appendBytes(structure.bytes.data(), structure.bytes.size());
     return flush() ? receive(nullptr, -1) : int(heads::NoBoards);

@@ -21,14 +21,15 @@ public:
     /// only as long as the machine is there.
     int call(heads::Op op, std::initializer_list<double> arguments, std::vector<double> *values = nullptr,
              int timeoutMs = -1);
-    /// A request that is not answered; it leaves with the next call.
+    int call(heads::Op op, const std::vector<double> &arguments);
+    /// A request that is not answered; it leaves with the next call, or when many have gathered.
     int post(heads::Op op, std::initializer_list<double> arguments);
     /// Hands over both planes of a picture.
     int arm(std::initializer_list<double> arguments, const SparsePlane &support,
             const SparsePlane &structure);
 
 private:
-    void append(heads::Op op, std::initializer_list<double> arguments, size_t extraBytes = 0);
+    void append(heads::Op op, const double *arguments, size_t count, size_t extraBytes = 0);
     void appendBytes(const void *bytes, size_t size);
     bool flush();
     int receive(std::vector<double> *values, int timeoutMs);

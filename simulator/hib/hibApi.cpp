@@ -4,6 +4,10 @@
 
 #include "HeadLink.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
 #define HIB_EXPORT extern "C" __attribute__((visibility("default")))
 
 using heads::Op;
@@ -191,16 +195,30 @@ HIB_EXPORT int32_t hibGetWaveform(int32_t head, int32_t waveform, HibWaveformKno
 {
     std::vector<double> values;
     int result = boardsLink.call(Op::GetWaveform, {double(head), double(waveform)}, &values);
-    if (result == heads::Done && values.size() < 2 * heads::knotCount)
+    if (result == heads::Done && values.size() < heads::knotNumbers * heads::knotCount)
         result = heads::NoBoards;
     for (size_t i = 0; i < heads::knotCount; ++i) {
         knots[i] = HibWaveformKnot();
         if (result != heads::Done)
             continue;
-        knots[i].timeUs = float(values[2 * i]);
-        knots[i].voltageV = float(values[2 * i + 1]);
+        const double *v = &values[heads::knotNumbers * i];
+        knots[i] = {float(v[0]),   float(v[1]), int32_t(v[2]), int32_t(v[3]), uint8_t(v[4]),
+                    uint8_t(v[5]), {},          int32_t(v[6])};
     }
     return result;
+}
+
+HIB_EXPORT int32_t hibSetWaveform(int32_t head, int32_t waveform, const HibWaveformKnot *knots)
+{
+    std::vector<double> values = {double(head), double(waveform)};
+    for (int i = 0; i < heads::knotCount; ++i) {
+        const HibWaveformKnot &knot = knots[i];
+        for (const double value :
+             {double(knot.time), double(knot.voltage), double(knot.drive), double(knot.connect),
+              double(knot.scalable), double(knot.reference), double(knot.normRegion)})
+            values.push_back(value);
+    }
+    return boardsLink.call(Op::SetWaveform, values);
 }
 
 HIB_EXPORT int32_t hibWaveformMaxKnotCount(int32_t head)
@@ -211,4 +229,43 @@ HIB_EXPORT int32_t hibWaveformMaxKnotCount(int32_t head)
 HIB_EXPORT int32_t hibAdjustWaveformVoltage(int32_t head, int32_t waveform, float differenceV)
 {
     return boardsLink.call(Op::AdjustVoltage, {double(head), double(waveform), double(differenceV)});
+}
+
+HIB_EXPORT int32_t hibGetHeadMisc(int32_t board, int32_t head, HibHeadMisc *misc)
+{
+    int32_t serial = 0;
+    *misc = HibHeadMisc();
+    const int result = query<int32_t>(Op::HeadMisc, {double(board), double(head)},
+                                      {&serial, &misc->colorCount, &misc->nozzlesPerColor});
+    if (result == heads::Done)
+        std::snprintf(misc->serialNumber, sizeof misc->serialNumber, "SN%d", int(serial));
+    return result;
+}
+
+HIB_EXPORT int32_t hibShowHeadHcd(int32_t board, int32_t head, const char *waveform)
+{
+    const std::string name = waveform ? waveform : "";
+    const double number = name == "wave1" ? 1 : name == "wave2" ? 2 : 0;
+    return boardsLink.call(Op::ShowHcd, {double(board), double(head), number});
+}
+
+HIB_EXPORT int32_t hibGetNormVals(int32_t board, int32_t color, int8_t *values, int32_t count)
+{
+    std::vector<double> answer;
+    const int result = boardsLink.call(Op::GetNorm, {double(board), double(color)}, &answer);
+    if (result != heads::Done)
+        return result;
+    if (size_t(std::max(count, 0)) != answer.size())
+        return heads::BadArgument;
+    std::transform(answer.begin(), answer.end(), values, [](double value) { return int8_t(value); });
+    return heads::Done;
+}
+
+HIB_EXPORT int32_t hibLoadNormVals(int32_t board, int32_t color, const int8_t *values, int32_t count)
+{
+    if (count != heads::colorNozzles)
+        return heads::BadArgument;
+    std::vector<double> arguments = {double(board), double(color)};
+    arguments.insert(arguments.end(), values, values + count);
+    return boardsLink.call(Op::LoadNorm, arguments);
 }

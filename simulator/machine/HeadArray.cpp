@@ -12,8 +12,15 @@ constexpr std::pair<float, float> knots[heads::knotCount] = {{0.0F, 0.0F},  {2.0
 
 HeadArray::HeadArray()
 {
-    for (Head &head : m_heads)
-        std::copy(std::begin(knots), std::end(knots), head.waveform.begin());
+    for (Head &head : m_heads) {
+        for (size_t i = 0; i < head.waveform.size(); ++i) {
+            WaveformKnot &knot = head.waveform[i];
+            knot.time = knots[i].first;
+            knot.voltage = knots[i].second;
+            knot.drive = knot.connect = 1;
+            knot.scalable = knot.voltage > 0;
+        }
+    }
 }
 
 /// A head that is entered elsewhere than where it is mounted prints the picture's rows that much further on.
@@ -43,10 +50,10 @@ double HeadArray::columnPitch(double encoderResolution) const
 void HeadArray::adjustVoltage(int number, float difference)
 {
     Head &one = head(number);
-    const auto higher = [](const auto &a, const auto &b) { return a.second < b.second; };
-    const float peak = std::max_element(one.waveform.begin(), one.waveform.end(), higher)->second;
+    const auto higher = [](const auto &a, const auto &b) { return a.voltage < b.voltage; };
+    const float peak = std::max_element(one.waveform.begin(), one.waveform.end(), higher)->voltage;
     for (auto &knot : one.waveform) {
-        if (knot.second == peak)
-            knot.second += difference;
+        if (knot.voltage == peak)
+            knot.voltage += difference;
     }
 }

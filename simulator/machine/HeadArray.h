@@ -20,6 +20,17 @@ struct Picture {
     SparsePlane support;
 };
 
+/// In the order of the wire.
+struct WaveformKnot {
+    float time = 0; ///< microseconds
+    float voltage = 0;
+    int drive = 0;
+    int connect = 0;
+    bool scalable = false;
+    bool reference = false;
+    int normRegion = 0;
+};
+
 struct Head {
     bool inBar = false;
     int firstRow = 0;
@@ -29,8 +40,9 @@ struct Head {
     double pageStart = 0; ///< micrometres of the encoder
     double pageOffset = 0;
     int pageWidth = 0;
-    std::array<std::pair<float, float>, heads::knotCount> waveform;
-    std::bitset<881> autofire; ///< by nozzle, from 1
+    std::array<WaveformKnot, heads::knotCount> waveform;
+    std::array<std::array<int8_t, heads::colorNozzles>, heads::colors> norm = {}; ///< by colour and nozzle
+    std::bitset<881> autofire;                                                    ///< by nozzle, from 1
     bool autofiring = false;
     double autofireHz = 0;
 };

@@ -2,6 +2,9 @@
 
 #include "Machine.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace heads
 {
 namespace
@@ -12,6 +15,10 @@ constexpr int nozzles = 880;
 constexpr double pictureValue = 150;
 constexpr double clockMode = 0x10001;
 constexpr size_t armArguments = 7;
+constexpr int mainWaveform = 1;
+constexpr double highestDrive = 200;    ///< volts, either way: more breaks the piezo
+constexpr double fastestFiring = 50000; ///< drops a second
+constexpr int firstSerial = 5200;       ///< of head 1
 
 int init(Machine &machine, const Numbers &, Numbers *)
 {
@@ -87,8 +94,10 @@ int setAutofireMask(Machine &machine, const Numbers &a, Numbers *)
 
 int startAutofire(Machine &machine, const Numbers &a, Numbers *)
 {
+    if (!(a[1] > 0 && a[1] <= fastestFiring) || a[4] < 0)
+        return BadArgument;
     Head &head = machine.headArray().head(int(a[0]));
-    head.autofiring = a[1] > 0;
+    head.autofiring = true;
     head.autofireHz = a[1];
     return Done;
 }
@@ -127,16 +136,72 @@ int setThermalSetpoint(Machine &machine, const Numbers &a, Numbers *)
 
 int getWaveform(Machine &machine, const Numbers &a, Numbers *answer)
 {
-    for (const auto &knot : machine.headArray().head(int(a[0])).waveform) {
-        answer->push_back(double(knot.first));
-        answer->push_back(double(knot.second));
+    if (a[1] != mainWaveform)
+        return BadArgument;
+    for (const WaveformKnot &knot : machine.headArray().head(int(a[0])).waveform) {
+        for (const double value :
+             {double(knot.time), double(knot.voltage), double(knot.drive), double(knot.connect),
+              double(knot.scalable), double(knot.reference), double(knot.normRegion)})
+            answer->push_back(value);
     }
+    return Done;
+}
+
+/// A pulse goes forward in time and stays within what the head bears.
+int setWaveform(Machine &machine, const Numbers &a, Numbers *)
+{
+    auto waveform = machine.headArray().head(int(a[0])).waveform;
+    const double *value = &a[2];
+    double before = 0;
+    for (WaveformKnot &knot : waveform) {
+        const bool sound = value[0] >= before && value[0] <= 1000 && std::abs(value[1]) <= highestDrive;
+        if (!sound || a[1] != mainWaveform)
+            return BadArgument;
+        before = value[0];
+        knot = {float(value[0]), float(value[1]), int(value[2]), int(value[3]),
+                value[4] != 0,   value[5] != 0,   int(value[6])};
+        value += knotNumbers;
+    }
+    machine.headArray().head(int(a[0])).waveform = waveform;
     return Done;
 }
 
 int adjustVoltage(Machine &machine, const Numbers &a, Numbers *)
 {
     machine.headArray().adjustVoltage(int(a[0]), float(a[2]));
+    return Done;
+}
+
+int getHeadMisc(Machine &, const Numbers &a, Numbers *answer)
+{
+    if (a[1] != 1) // a board has one head
+        return BadArgument;
+    *answer = {firstSerial + a[0], double(colors), double(colorNozzles)};
+    return Done;
+}
+
+/// A real board lists the drive data on its console.
+int showHcd(Machine &, const Numbers &a, Numbers *)
+{
+    return a[1] == 1 && a[2] >= 1 && a[2] <= colors ? Done : BadArgument;
+}
+
+int getNorm(Machine &machine, const Numbers &a, Numbers *answer)
+{
+    if (a[1] < 1 || a[1] > colors)
+        return BadArgument;
+    const auto &norm = machine.headArray().head(int(a[0])).norm[size_t(a[1]) - 1];
+    answer->assign(norm.begin(), norm.end());
+    return Done;
+}
+
+int loadNorm(Machine &machine, const Numbers &a, Numbers *)
+{
+    const auto fits = [](double value) { return value >= -128 && value <= 127; };
+    if (a[1] < 1 || a[1] > colors || !std::all_of(a.begin() + 2, a.end(), fits))
+        return BadArgument;
+    auto &norm = machine.headArray().head(int(a[0])).norm[size_t(a[1]) - 1];
+    std::transform(a.begin() + 2, a.end(), norm.begin(), [](double value) { return int8_t(value); });
     return Done;
 }
 
@@ -164,6 +229,11 @@ constexpr Call calls[] = {
     {Op::ThermalSetpoint, 3, true, setThermalSetpoint},
     {Op::GetWaveform, 2, true, getWaveform},
     {Op::AdjustVoltage, 3, true, adjustVoltage},
+    {Op::SetWaveform, 2 + knotNumbers *knotCount, true, setWaveform},
+    {Op::HeadMisc, 2, true, getHeadMisc},
+    {Op::ShowHcd, 3, true, showHcd},
+    {Op::GetNorm, 2, true, getNorm},
+    {Op::LoadNorm, 2 + colorNozzles, true, loadNorm},
 };
 } // namespace
 

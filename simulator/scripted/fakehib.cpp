@@ -8,12 +8,15 @@
 #include <mutex>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace
 {
 std::mutex mutex; // the program's threads against the test's
 std::string calls, answer, picture;
 std::map<std::string, int> failures;
+std::string maskCalls;
+std::map<int, std::vector<int8_t>> norm; // by colour
 int masks = 0, knotCount = 3, encoder = 0;
 float peakV = 0;
 HibPackedImageCallback transfer = nullptr;
@@ -57,6 +60,14 @@ const char *fakeHibTakeCalls()
     std::lock_guard<std::mutex> lock(mutex);
     answer = calls + (masks ? "masks=" + std::to_string(masks) : "");
     calls.clear();
+    masks = 0;
+    return answer.c_str();
+}
+const char *fakeHibTakeMasks()
+{
+    std::lock_guard<std::mutex> lock(mutex);
+    answer.swap(maskCalls);
+    maskCalls.clear();
     masks = 0;
     return answer.c_str();
 }
@@ -123,9 +134,10 @@ int32_t hibSetEncoderPos(int32_t board, int32_t position)
 {
     return note(__func__, board, position);
 }
-int32_t hibSetAutofireMask(int32_t, int32_t, int32_t)
+int32_t hibSetAutofireMask(int32_t board, int32_t nozzle, int32_t on)
 {
     std::lock_guard<std::mutex> lock(mutex);
+    maskCalls += std::to_string(board) + ":" + std::to_string(nozzle) + "=" + std::to_string(on) + " ";
     return ++masks, 0;
 }
 int32_t hibAutofireStart(int32_t board, float frequency, int32_t flags, int32_t mode, int32_t count)
@@ -139,8 +151,18 @@ int32_t hibAutofireStop(int32_t board)
 int32_t hibGetWaveform(int32_t head, int32_t waveform, HibWaveformKnot *knots)
 {
     for (int i = 0; i < knotCount; ++i)
-        knots[i].voltageV = i == knotCount / 2 ? peakV : -5.0f;
+        knots[i] = {float(i), i == knotCount / 2 ? peakV : -5.0f, 10 + i, 20 + i, 1, 0, {}, 30 + i};
     return note(__func__, head, waveform);
+}
+int32_t hibSetWaveform(int32_t head, int32_t waveform, const HibWaveformKnot *knots)
+{
+    std::string text;
+    for (int i = 0; i < knotCount; ++i) {
+        const HibWaveformKnot &k = knots[i];
+        text += " " + joined(k.time, k.voltage, k.drive, k.connect, int(k.scalable), int(k.reference),
+                             k.normRegion);
+    }
+    return note(__func__, head, waveform, text);
 }
 int32_t hibWaveformMaxKnotCount(int32_t)
 {
@@ -149,5 +171,26 @@ int32_t hibWaveformMaxKnotCount(int32_t)
 int32_t hibAdjustWaveformVoltage(int32_t head, int32_t waveform, float difference)
 {
     return note(__func__, head, waveform, difference);
+}
+int32_t hibGetHeadMisc(int32_t board, int32_t head, HibHeadMisc *misc)
+{
+    *misc = {"../A 1", 2, 3};
+    return note(__func__, board, head);
+}
+int32_t hibShowHeadHcd(int32_t board, int32_t head, const char *waveform)
+{
+    return note(__func__, board, head, waveform);
+}
+int32_t hibGetNormVals(int32_t board, int32_t color, int8_t *values, int32_t count)
+{
+    auto &kept = norm.insert({color, {-120, int8_t(color), 120}}).first->second;
+    for (int i = 0; i < count; ++i)
+        values[i] = kept.at(size_t(i));
+    return note(__func__, board, color);
+}
+int32_t hibLoadNormVals(int32_t board, int32_t color, const int8_t *values, int32_t count)
+{
+    norm[color].assign(values, values + count);
+    return note(__func__, board, color, int(values[0]), int(values[1]), int(values[2]));
 }
 }

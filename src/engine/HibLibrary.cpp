@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QLibrary>
 #include <QStringList>
+#include <algorithm>
 
 Mutex &hibMutex()
 {
@@ -36,8 +37,13 @@ namespace
     X(hibGetHeaterTemp)                                                                                      \
     X(hibSetThermalSetpoint)                                                                                 \
     X(hibGetWaveform)                                                                                        \
+    X(hibSetWaveform)                                                                                        \
     X(hibWaveformMaxKnotCount)                                                                               \
-    X(hibAdjustWaveformVoltage)
+    X(hibAdjustWaveformVoltage)                                                                              \
+    X(hibGetHeadMisc)                                                                                        \
+    X(hibShowHeadHcd)                                                                                        \
+    X(hibGetNormVals)                                                                                        \
+    X(hibLoadNormVals)
 
 struct HibFunctions {
 #define HIB_POINTER(name) decltype(&::name) name = nullptr;
@@ -191,6 +197,11 @@ int lockHibGetWaveform(int head, int waveform, HibWaveformKnot *knots)
     return lockedCall(&HibFunctions::hibGetWaveform, head, waveform, knots);
 }
 
+int lockHibSetWaveform(int head, int waveform, const HibWaveformKnot *knots)
+{
+    return lockedCall(&HibFunctions::hibSetWaveform, head, waveform, knots);
+}
+
 int lockHibWaveformMaxKnotCount(int head)
 {
     return lockedCall(&HibFunctions::hibWaveformMaxKnotCount, head);
@@ -199,6 +210,28 @@ int lockHibWaveformMaxKnotCount(int head)
 int lockHibAdjustWaveformVoltage(int head, int waveform, float difference)
 {
     return lockedCall(&HibFunctions::hibAdjustWaveformVoltage, head, waveform, difference);
+}
+
+int lockHibGetHeadMisc(int board, int head, HibHeadMisc *misc)
+{
+    *misc = {};
+    return lockedCall(&HibFunctions::hibGetHeadMisc, board, head, misc);
+}
+
+int lockHibShowHeadHcd(int board, int head, const char *waveform)
+{
+    return lockedCall(&HibFunctions::hibShowHeadHcd, board, head, waveform);
+}
+
+int lockHibGetNormVals(int board, int color, qint8 *values, int count)
+{
+    std::fill_n(values, count, qint8(0));
+    return lockedCall(&HibFunctions::hibGetNormVals, board, color, values, count);
+}
+
+int lockHibLoadNormVals(int board, int color, const qint8 *values, int count)
+{
+    return lockedCall(&HibFunctions::hibLoadNormVals, board, color, values, count);
 }
 
 int hibSetupTransfer(HibPackedImageCallback callback, void *context)

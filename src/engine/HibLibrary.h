@@ -5,6 +5,15 @@
 #include "hibApi.h"
 #include "platform/Mutex.h"
 
+#include <QtGlobal>
+
+/// The waveform that heads print with.
+constexpr int mainWaveform = 1;
+/// A waveform with fewer knots has no peak, and no shape to show.
+constexpr int minWaveformKnots = 3;
+/// No board holds more; a larger count is a fault of the library and must not size a buffer.
+constexpr int maxWaveformKnots = 4096;
+
 /// The one lock around every call into the library; held across a whole pass transfer, up to 30 s.
 Mutex &hibMutex();
 
@@ -25,8 +34,13 @@ int lockHibGetHeadInkLevels(int head, int *support, int *second, int *structure,
 int lockHibGetHeaterTemp(int head, int sensor, float *degrees);
 int lockHibSetThermalSetpoint(int head, int one, int sensor, float degrees);
 int lockHibGetWaveform(int head, int waveform, HibWaveformKnot *knots);
+int lockHibSetWaveform(int head, int waveform, const HibWaveformKnot *knots);
 int lockHibWaveformMaxKnotCount(int head);
 int lockHibAdjustWaveformVoltage(int head, int waveform, float difference);
+int lockHibGetHeadMisc(int board, int head, HibHeadMisc *misc);
+int lockHibShowHeadHcd(int board, int head, const char *waveform);
+int lockHibGetNormVals(int board, int color, qint8 *values, int count);
+int lockHibLoadNormVals(int board, int color, const qint8 *values, int count);
 
 // For the pass transfer, which holds hibMutex() itself across all of them.
 int hibSetupTransfer(HibPackedImageCallback callback, void *context) PELORA_REQUIRES(hibMutex());

@@ -73,8 +73,9 @@ XdmControl::Transfer XdmControl::transferPass()
     return transfer;
 }
 
-int XdmControl::printImage(int phase, int firstRow)
+XdmControl::Transfer XdmControl::sweep(int phase, int firstRow)
 {
+    MutexLock passLock(m_passMutex);
     SliceToImage *slices = sliceToImage();
     bool forward = false;
     {
@@ -85,8 +86,12 @@ int XdmControl::printImage(int phase, int firstRow)
         forward = m_packedImage.forward;
     }
     slices->getPassImage(&m_structurePicture, &m_supportPicture, phase, firstRow, forward);
+    return transferPass();
+}
 
-    const Transfer transfer = transferPass();
+int XdmControl::printImage(int phase, int firstRow)
+{
+    const Transfer transfer = sweep(phase, firstRow);
     if (transfer.code != JobCode::done)
         return transfer.code;
     if (transfer.complete()) {

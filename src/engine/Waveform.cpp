@@ -9,28 +9,23 @@
 
 namespace
 {
-constexpr int mainWaveform = 1;
-constexpr int minKnots = 3; ///< a waveform with fewer has no peak
-/// No board holds more; a larger count is a fault of the library and must not size a buffer.
-constexpr int maxKnots = 4096;
-
 /// The highest knot of a head's waveform, never below 0. False when it cannot be read.
 bool readPeak(int head, float *peak)
 {
     *peak = 0.0f;
     const int count = lockHibWaveformMaxKnotCount(head);
-    if (count > maxKnots) {
+    if (count > maxWaveformKnots) {
         LOG_WARNING(QStringLiteral("waveform of head %1 claims %2 knots").arg(head).arg(count));
         return false;
     }
-    if (count >= minKnots) {
+    if (count >= minWaveformKnots) {
         QVector<HibWaveformKnot> knots(count, HibWaveformKnot{});
         if (lockHibGetWaveform(head, mainWaveform, knots.data()) != 0) {
             LOG_WARNING(QStringLiteral("waveform of head %1 cannot be read").arg(head));
             return false;
         }
         for (const HibWaveformKnot &knot : knots)
-            *peak = std::max(*peak, knot.voltageV);
+            *peak = std::max(*peak, knot.voltage);
     }
     std::printf(" The max waveform voltage is  %f\n", static_cast<double>(*peak));
     std::fflush(stdout);

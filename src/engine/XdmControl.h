@@ -12,12 +12,12 @@ public:
     XdmControl();
 
     /// The remote test print: one sweep of the picture in memory from the end at which the carriage stands,
-    /// with the caller's page start and Y offsets. 1 when a sweep was tried, else 0. Only while idle; any
-    /// thread.
+    /// with the caller's page start and Y offsets. 1 when a sweep was tried, else 0. Meant for an idle
+    /// machine: a job's next pass is spoilt by it. Any thread.
     int printGraph(float startPos, float yOffset1, float yOffset2, float yOffset3);
 
 protected:
-    // All that follows: job thread, or printGraph's caller while idle.
+    // All that follows: job thread, or printGraph's caller.
 
     int printModel(bool clean, int passDelay) override;
     /// Enters the three heads in the bar and sets the dot clock. Errors are logged; the next transfer then
@@ -48,11 +48,14 @@ private:
     void countLayer(LayerLoop &loop, double layerStart);
     void waitInkDoorOrHeld();
     int configBar(float dpi, const BarPlace *places);
+    Transfer sweep(int phase, int firstRow);
     Transfer transferPass();
     static void handOverPicture(int32_t, HibPackedImage *record, void *context);
 
-    QImage m_structurePicture; // of the pass in work: the library reads them until its transfer is complete
-    QImage m_supportPicture;
+    // A pass of the job against a remote test print: one sweep at a time. Taken before every other lock here.
+    Mutex m_passMutex;
+    QImage m_structurePicture; // of the pass in work: the library reads them until its transfer is complete,
+    QImage m_supportPicture;   // on a thread of its own, while the pass holds m_passMutex
 };
 
 /// The process's one job object. Create it on the GUI thread. Any thread.
