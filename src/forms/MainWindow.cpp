@@ -8,10 +8,12 @@
 #include "forms/MaterialForm.h"
 #include "forms/MsgForm.h"
 #include "forms/StartCheck.h"
+#include "frame/ProgramVersion.h"
 #include "frame/Singleton.h"
 #include "material/BackgroundService.h"
 #include "platform/Log.h"
 #include "platform/SystemControl.h"
+#include "remote/CTcpServer.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>
@@ -101,6 +103,8 @@ void MainWindow::startServices()
     connect(xdmControl(), &PrintService::MessageFormShowSig, msgForm(), show, Qt::BlockingQueuedConnection);
     connect(backgroundService(), &BackgroundService::MessageFormShowSig, msgForm(), show,
             Qt::BlockingQueuedConnection);
+    tcpServer()->setParent(this);
+    tcpServer()->start();
     backgroundService()->start();
 }
 

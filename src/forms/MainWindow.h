@@ -13,7 +13,7 @@ class MainWindow;
 }
 class QToolButton;
 
-/// Its construction builds the pages and starts the background service. GUI thread.
+/// Its construction builds the pages and starts the remote link and the background service. GUI thread.
 class MainWindow : public QMainWindow, public IMsgForm
 {
     Q_OBJECT

@@ -17,12 +17,6 @@ constexpr int firstRow = bottlePair(SupportInk).first;
 constexpr int firstStructureRow = bottlePair(StructureInk).first;
 constexpr quint32 fullBottleGrams = 3000; ///< when no card tells
 
-/// A card fills its fields without an end mark when they are full.
-template <int size> QString cardText(const char (&field)[size])
-{
-    return QString::fromLatin1(field, int(qstrnlen(field, size)));
-}
-
 /// The number yyyyMMdd as a date; one that is none stays as it is.
 QString dateText(quint32 number)
 {

@@ -4,6 +4,7 @@
 #include "events/OperatorMessage.h"
 #include "forms/IMsgForm.h"
 #include "forms/MsgForm.h"
+#include "frame/ProgramVersion.h"
 
 #include <QCoreApplication>
 #include <QtConcurrent>
@@ -27,11 +28,6 @@ bool isFirstStartAfterUpdate()
     return arguments.size() == 2 && arguments.at(1) == QLatin1String("updateSuccess");
 }
 } // namespace
-
-QString programVersion()
-{
-    return QStringLiteral("%1.%2.%3.4-III").arg(4).arg(4).arg(1);
-}
 
 bool isSlicerTooOld(const QString &answer)
 {

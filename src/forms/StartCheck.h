@@ -8,8 +8,6 @@
 
 class IMsgForm;
 
-/// "4.4.1.4-III".
-QString programVersion();
 /// Whether the slicer's answer to -V is below what this program needs. Compared as plain texts.
 bool isSlicerTooOld(const QString &answer);
 

@@ -9,6 +9,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QTcpServer>
 
 namespace {
 constexpr int pixelsX = 216; // with 20 blank columns at each side 256 pixels wide
@@ -31,9 +32,16 @@ void stageInstallation(const QString &target)
             QFile::link(file, copy);
     }
 }
+
+/// A port that nobody listens on: installations of several tests run at once.
+quint16 freePort()
+{
+    QTcpServer server;
+    return server.listen() ? server.serverPort() : 0;
+}
 } // namespace
 
-TestPrinter::TestPrinter()
+TestPrinter::TestPrinter() : m_remotePort(freePort())
 {
     stageInstallation(install());
     QDir().mkpath(usb());
@@ -43,6 +51,7 @@ TestPrinter::TestPrinter()
     if (file.open(QIODevice::ReadOnly))
         start = QJsonDocument::fromJson(file.readAll())["ForwardStartPos"].toDouble();
     file.close();
+    configure("Platform.json", {{"RemotePort", m_remotePort}});
     // A reverse page starts at the far edge of this small picture.
     configure("Sys.json", {{"ReverseStartPos", start + (pictureWidth - 1) * columnUm}});
 }

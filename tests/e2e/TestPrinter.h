@@ -33,6 +33,8 @@ public:
     /// What a sanitizer wrote to the program's output; empty without one.
     static QString sanitizerReports(const TestPrinter &printer);
 
+    /// Where the program's remote link listens.
+    quint16 remotePort() const { return m_remotePort; }
     QString install() const { return m_folder.path() + "/install"; }
     QString usb() const { return m_folder.path() + "/usb"; }
     QString out() const { return m_folder.path() + "/out"; }
@@ -48,4 +50,5 @@ private:
     QTemporaryDir m_folder;
     std::unique_ptr<PrinterRig> m_rig;
     QString m_error;
+    quint16 m_remotePort = 0;
 };

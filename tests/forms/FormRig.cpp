@@ -33,7 +33,7 @@ FormRig::FormRig()
     writeFile("Lamorel/lamorel.exe", "#!/bin/sh\nif [ \"$1\" = -V ]; then echo 'Lamorel vesion: 1.4.0'; "
                                      "else exec sleep 600; fi\n");
     QFile::setPermissions("Lamorel/lamorel.exe", QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
-    m_install.setPlatform({{"MediaFolder", m_install.parent() + "/media"}, {"COM16", bridge.path()}});
+    m_install.setPlatform({{"MediaFolder", m_install.parent() + "/media"}, {"COM16", bridge.path()}, {"RemotePort", 0}});
     setDiskSpace(400);
     createSchema(sqliteUtil());
 }

@@ -6,6 +6,7 @@
 #include "forms/HomeForm.h"
 #include "forms/MsgForm.h"
 #include "forms/StartCheck.h"
+#include "frame/ProgramVersion.h"
 #include "frame/SqliteUtil.h"
 #include "material/TempCtl.h"
 #include "printdata/PrintQueue.h"
