@@ -8,6 +8,7 @@
 #include "frame/Singleton.h"
 #include "platform/Volumes.h"
 #include "printdata/PrintQueue.h"
+#include "printdata/QueueNotice.h"
 #include "printdata/SliceToImage.h"
 #include "ui_AddFileForm.h"
 
@@ -114,8 +115,10 @@ void AddFileForm::on_pushButton_addfile_clicked()
     for (const Entry &entry : entries) {
         if (!entry.chosen || entry.name == sliceToImage()->fileName()) // the slicer reads that one
             continue;
-        if (copyFile(this, folder.filePath(entry.name), modelPath(entry.name), false))
+        if (copyFile(this, folder.filePath(entry.name), modelPath(entry.name), false)) {
             addToQueue(entry.name);
+            refreshQueue(true);
+        }
     }
 }
 

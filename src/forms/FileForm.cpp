@@ -6,6 +6,7 @@
 #include "forms/ListTable.h"
 #include "frame/Singleton.h"
 #include "platform/Volumes.h"
+#include "printdata/QueueNotice.h"
 #include "ui_FileForm.h"
 
 namespace
@@ -33,6 +34,7 @@ FileForm::FileForm() : ui(new Ui::FileForm)
     ui->pushButton_reprint->setIcon(pageIcon("reprint", IconPlace::BeforeText));
     ui->pushButton_addfile->setIcon(darkIcon("add"));
     ui->pushButton_addfile->hide(); // until a disk comes
+    setQueueRefresh([this] { QMetaObject::invokeMethod(this, &FileForm::showTab, Qt::QueuedConnection); });
 }
 
 FileForm::~FileForm() = default;
@@ -40,7 +42,7 @@ FileForm::~FileForm() = default;
 void FileForm::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    refresh();
+    showTab();
 }
 
 /// The tab's status in the queue; the first checked one counts.
@@ -53,7 +55,13 @@ int FileForm::status() const
     return ui->pushButtonAbort->isChecked() ? QueueAborted : QueueWaiting;
 }
 
-void FileForm::refresh(bool)
+void FileForm::refresh(bool changed)
+{
+    setQueueChanged(changed);
+    showTab();
+}
+
+void FileForm::showTab()
 {
     for (QPushButton *tab : {ui->pushButtonComplete, ui->pushButtonWaitPrint, ui->pushButtonAbort}) {
         if (tab->isChecked()) {
@@ -147,6 +155,7 @@ void FileForm::on_toolButton_fileup_clicked()
     if (name.isEmpty())
         return;
     moveRow(name, true, status());
+    setQueueChanged(true);
     if (row == 0) { // the row went to the page before
         on_pushButton_prepage_clicked();
         ui->tableView->selectRow(lastRowOfPage);
@@ -163,6 +172,7 @@ void FileForm::on_toolButton_filedown_clicked()
     if (name.isEmpty())
         return;
     moveRow(name, false, status());
+    setQueueChanged(true);
     if (row >= lastRowOfPage) { // the row went to the next page
         on_pushButton_nextpage_clicked();
         ui->tableView->selectRow(0);
@@ -178,7 +188,7 @@ void FileForm::on_toolButton_filetop_clicked()
     if (name.isEmpty())
         return;
     moveToTop(name, status());
-    refresh();
+    refresh(true);
     ui->tableView->selectRow(0);
 }
 
@@ -188,7 +198,7 @@ void FileForm::on_toolButton_delfile_clicked()
     if (name.isEmpty())
         return;
     removeModel(name);
-    refresh();
+    refresh(true);
 }
 
 void FileForm::on_pushButton_reprint_clicked()
@@ -197,7 +207,7 @@ void FileForm::on_pushButton_reprint_clicked()
     if (name.isEmpty() || ui->pushButtonWaitPrint->isChecked())
         return;
     reprintModel(name);
-    refresh();
+    refresh(true);
     ui->tableView->selectRow(0);
 }
 

@@ -28,8 +28,8 @@ public:
     bool copyFile(const QString &src, const QString &dst, bool keepAsIs);
 
 public slots:
-    /// Shows the tab anew from its first row, if the page is on screen.
-    void refresh(bool = true);
+    /// Shows the tab anew from its first row, if the page is on screen. `changed` as in QueueNotice.h.
+    void refresh(bool changed);
     /// Fills the table from row `startIndex` of the tab, if it is on screen. Eight bits: right up to row 255.
     void updateUiFileLIst(uint8_t startIndex);
     /// A disk came (its letter's code) or went (0xFF).
@@ -53,6 +53,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void showTab();
     int status() const;
     void chooseTab(class QPushButton *tab);
     void addRow(int number, const QueueRow &row, bool waiting);

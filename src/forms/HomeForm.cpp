@@ -11,8 +11,10 @@
 #include "links/BoardCommands.h"
 #include "material/BackgroundService.h"
 #include "material/TempCtl.h"
+#include "platform/Log.h"
 #include "printdata/ModelFile.h"
 #include "printdata/SliceToImage.h"
+#include "remote/Discovery.h"
 #include "ui_HomeForm.h"
 
 #include <QDateTime>
@@ -21,6 +23,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QSettings>
+#include <QUdpSocket>
 
 namespace
 {
@@ -50,6 +53,7 @@ HomeForm *homeForm()
 
 HomeForm::HomeForm() : ui(new Ui::HomeForm)
 {
+    udpServer();
     ui->setupUi(this);
     m_boardCalls.setMaxThreadCount(1);
     setUpButtons();
@@ -64,6 +68,20 @@ HomeForm::HomeForm() : ui(new Ui::HomeForm)
 }
 
 HomeForm::~HomeForm() = default;
+
+void HomeForm::udpServer()
+{
+    for (QUdpSocket *socket : openDiscovery(this))
+        connect(socket, &QUdpSocket::readyRead, this, &HomeForm::processPendingDatagram);
+}
+
+void HomeForm::processPendingDatagram()
+{
+    if (auto *socket = qobject_cast<QUdpSocket *>(sender()))
+        answerScan(socket);
+    else
+        LOG_WARNING(QStringLiteral("udp is null"));
+}
 
 void HomeForm::setUpButtons()
 {

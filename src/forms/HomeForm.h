@@ -49,6 +49,10 @@ public slots:
     void on_pushButton_printStop_clicked();
     void on_pushButton_lock_clicked();
     void showStatus();
+    /// Opens the sockets by which clients find the machine.
+    void udpServer();
+    /// A client asks who is there.
+    void processPendingDatagram();
 
 protected:
     void showEvent(QShowEvent *event) override;

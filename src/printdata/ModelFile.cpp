@@ -3,12 +3,12 @@
 #include "frame/Folders.h"
 #include "platform/Log.h"
 
-#include <QBitmap>
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
 #include <QSaveFile>
 #include <QtEndian>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -75,8 +75,8 @@ void writeSideFile(const QString &path, const QByteArray &text)
 }
 
 /// The picture of a block. False, with a log line, when the file does not hold the whole of it; a picture
-/// that is whole and cannot be understood is an empty pixmap.
-bool readPicture(QFile &file, const Block &block, QPixmap *picture)
+/// that is whole and cannot be understood is a null image.
+bool readPicture(QFile &file, const Block &block, QImage *picture)
 {
     QByteArray bytes;
     if (!readBlock(file, block, &bytes)) {
@@ -93,27 +93,37 @@ bool readPicture(QFile &file, const Block &block, QPixmap *picture)
                         .arg(size.height()));
         return false;
     }
-    *picture = QPixmap::fromImageReader(&reader);
+    *picture = reader.read();
     return true;
+}
+
+void makeBlackTransparent(QImage *picture)
+{
+    constexpr QRgb black = 0xff000000;
+    *picture = picture->convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < picture->height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(picture->scanLine(y));
+        std::replace(line, line + picture->width(), black, QRgb{0});
+    }
 }
 
 /// The picture with its black made transparent, in the size that the icon has. A picture that is cut leaves
 /// the icon as it is.
-void fillIcon(QFile &file, const QByteArray &header, QPixmap *icon)
+void fillIcon(QFile &file, const QByteArray &header, QImage *icon)
 {
-    QPixmap picture;
+    QImage picture;
     if (!readPicture(file, pictureBlock(header, iconAt), &picture))
         return;
     if (picture.isNull()) {
         *icon = picture;
         return;
     }
-    picture.setMask(picture.createMaskFromColor(QColor(0, 0, 0, 255)));
+    makeBlackTransparent(&picture);
     *icon = picture.scaled(icon->size(), Qt::KeepAspectRatio);
 }
 } // namespace
 
-int GetModelBmpAndIni(const QString &path, QPixmap *icon)
+int readModelIcon(const QString &path, QImage *icon)
 {
     if (icon)
         icon->fill(Qt::white);
@@ -136,6 +146,16 @@ int GetModelBmpAndIni(const QString &path, QPixmap *icon)
     return 0;
 }
 
+int GetModelBmpAndIni(const QString &path, QPixmap *icon)
+{
+    if (!icon)
+        return readModelIcon(path, nullptr);
+    QImage image(icon->size(), QImage::Format_RGB32);
+    const int result = readModelIcon(path, &image);
+    *icon = QPixmap::fromImage(image);
+    return result;
+}
+
 int readModelView(const QString &path, QPixmap *view)
 {
     QFile file(path);
@@ -150,7 +170,9 @@ int readModelView(const QString &path, QPixmap *view)
     QByteArray settings; // read as a check that the file is whole
     if (!readSettingsText(file, header, &settings))
         return -1;
-    readPicture(file, pictureBlock(header, previewAt), view);
+    QImage picture;
+    if (readPicture(file, pictureBlock(header, previewAt), &picture))
+        *view = QPixmap::fromImage(picture);
     return 0;
 }
 

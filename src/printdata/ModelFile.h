@@ -2,6 +2,7 @@
 // The .tzl model file: header, settings text, two pictures. Geometry is the slicer's business. Lengths and
 // offsets of the file are checked against its size before anything is allocated or read.
 
+#include <QImage>
 #include <QPixmap>
 #include <QSettings>
 #include <QString>
@@ -10,6 +11,8 @@
 /// file, its header or its settings cannot be read. `path` is "model/<name>". GUI thread or job thread; any
 /// thread without an icon.
 int GetModelBmpAndIni(const QString &path, QPixmap *icon);
+/// The same with an image for an icon. Any thread.
+int readModelIcon(const QString &path, QImage *icon);
 
 /// Fills the large preview, leaving no file behind. 0 or -1. GUI thread.
 int readModelView(const QString &path, QPixmap *view);

@@ -27,9 +27,14 @@ void setQueueRefresh(std::function<void()> refresh)
     target.call = std::move(refresh);
 }
 
-void refreshQueue(bool changed)
+void setQueueChanged(bool changed)
 {
     queueChanged = changed;
+}
+
+void refreshQueue(bool changed)
+{
+    setQueueChanged(changed);
     std::function<void()> call;
     {
         Refresh &source = queueRefresh();

@@ -9,5 +9,7 @@ void setQueueRefresh(std::function<void()> refresh);
 /// Has the page show its tab anew. `changed`: the machine's own doing, which the remote client learns of;
 /// false forgets an earlier one. Any thread.
 void refreshQueue(bool changed);
-/// True once after refreshQueue(true). Any thread.
+/// What refreshQueue keeps of `changed`, alone: for the page, which shows its own changes itself. Any thread.
+void setQueueChanged(bool changed);
+/// True once after a change of the machine's own. Any thread.
 bool takeQueueChanged();
