@@ -2,7 +2,7 @@
 
 #include "frame/JsonConfig.h"
 #include "platform/Log.h"
-#include "platform/PlatformSettings.h"
+#include "remote/CTcpServer.h"
 
 #include <QJsonDocument>
 #include <QUdpSocket>
@@ -18,11 +18,6 @@ constexpr QLatin1String groupAddress("239.255.43.21");
 constexpr QLatin1String noAdapterAddress("127.0.0.7"); // tells clients: no wired network to be used
 constexpr int requestHead = 6;
 constexpr int replyHead = 6;
-
-int serverPort()
-{
-    return platformSetting(QStringLiteral("RemotePort")).toInt(6666);
-}
 
 /// The wired adapter of the machine's computer.
 AdapterInfo machineAdapter()
@@ -56,7 +51,7 @@ void answerScan(QUdpSocket *socket)
         datagram.truncate(int(size));
         if (!isScanRequest(datagram))
             continue;
-        socket->writeDatagram(scanReply(machineAdapter(), serverPort()), sender, port);
+        socket->writeDatagram(scanReply(machineAdapter(), remotePort()), sender, port);
         return;
     }
 }

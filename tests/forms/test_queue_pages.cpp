@@ -2,9 +2,11 @@
 
 #include "forms/AddFileForm.h"
 #include "forms/FileForm.h"
+#include "forms/HomeForm.h"
 #include "forms/MsgForm.h"
 #include "frame/SqliteUtil.h"
 #include "printdata/PrintQueue.h"
+#include "printdata/QueueNotice.h"
 #include "printdata/SliceToImage.h"
 #include "tests/forms/FormRig.h"
 
@@ -13,6 +15,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QtConcurrent>
 
 class TestQueuePages : public QObject
 {
@@ -149,6 +152,33 @@ private slots:
         QCOMPARE(shown(), QString("1/1 3"));
     }
 
+    /// What the remote client learns of, and what it changes itself.
+    void changesOfTheQueue()
+    {
+        fill(4);
+        setQueueChanged(false);
+        fileForm()->hide();
+        fileForm()->show(); // a look is no change
+        QVERIFY(!takeQueueChanged());
+        for (const char *button : {"fileup", "filedown", "filetop", "delfile"}) {
+            table()->selectRow(1);
+            press(QString("toolButton_") + button);
+            QVERIFY2(takeQueueChanged(), button);
+            QVERIFY(!takeQueueChanged());
+        }
+        homeForm()->stopPrintSlots();
+        QVERIFY(takeQueueChanged());
+        const int rows = table()->model()->rowCount();
+        QtConcurrent::run([] { // as the link's thread
+            removeModel(firstWaitingModel());
+            refreshQueue(false);
+        })
+            .waitForFinished();
+        QCOMPARE(table()->model()->rowCount(), rows); // the page has its own thread
+        QTRY_COMPARE(table()->model()->rowCount(), rows - 1);
+        QVERIFY(!takeQueueChanged());
+    }
+
     void difficultNames()
     {
         fill(0);
@@ -222,6 +252,7 @@ private slots:
         QFile::remove(disk.filePath("d.tzl"));                     // gone meanwhile
         press("pushButton_addfile");
         QCOMPARE(waiting(), QString("h i a c 0"));
+        QVERIFY(takeQueueChanged());
         QCOMPARE(readFile("model/a.tzl"), readFile(disk.filePath("a.tzl")));
         QVERIFY(!msgForm()->isTaken());
         disk.removeRecursively();
