@@ -142,7 +142,8 @@ void TestLongJob::nothingIsLost()
         const double added = ink == "structure" ? 3600 : 0; // the exchanged bottle; the one taken out was empty
         const double fed = is.fed - was.fed, nozzleFed = is.nozzleFed - was.nozzleFed;
         const double used = is.printed - was.printed + is.pressed - was.pressed;
-        QVERIFY2(fed >= 3 * 65 - closes && used > 0, qPrintable(QString::number(fed)));
+        // The third feed, out of the exchanged or the second bottle, may still be under way.
+        QVERIFY2(fed > 2 * 65 && used > 0, qPrintable(QString::number(fed)));
         QVERIFY2(qAbs(was.bottles + added - is.bottles - fed) < closes, qPrintable(ink));
         QVERIFY2(qAbs(was.islands + fed - nozzleFed - is.islands) < closes, qPrintable(ink));
         QVERIFY2(qAbs(was.tanks + nozzleFed - used - is.tanks) < closes, qPrintable(ink));

@@ -11,8 +11,7 @@
 #include <QtTest>
 
 #include <atomic>
-#include <mutex>
-#include <thread>
+#include <memory>
 
 namespace
 {
@@ -23,6 +22,8 @@ const QString enterFailed = "模式切换错误，升级失败(2!=99)|3|2097152"
 const QString secondFailed = "升级模式切换错误，升级失败,请断电重启(3 != 99)|3|2097152";
 const QString finishFailed = "模式切换错误，升级失败(5!=99)|3|2097152";
 const QString blockLost = "数据发送错误，升级失败重启后将重新升级|3|2097152";
+
+const QByteArray wrong(8, 99); ///< no step of a loader
 
 QByteArray pattern(int size)
 {
@@ -50,8 +51,7 @@ private:
     std::unique_ptr<FakeBridge> m_bridge;
     std::unique_ptr<LogCapture> m_log;
     QStringList m_shown;
-    std::mutex m_refuseMutex; // refusing thread against the bridge's: no wrong answer after the right one
-    bool m_refusing = false;
+    int m_wrongAnswers = 0;
 
     static QString image(int board) { return QString("firmware/%1.bin").arg(board); }
 
@@ -59,42 +59,23 @@ private:
     void refuse(int board, int code, int times)
     {
         auto left = std::make_shared<std::atomic<int>>(times);
-        m_bridge->setHandler(board, code, [this, left](const BoardRequest &request) {
-            const bool refused = setRefusing((*left)-- > 0);
-            return refused ? QByteArray() : request.data;
+        m_bridge->setHandler(board, code, [left](const BoardRequest &request) {
+            return (*left)-- > 0 ? wrong : request.data;
         });
-    }
-
-    bool setRefusing(bool on)
-    {
-        std::lock_guard<std::mutex> lock(m_refuseMutex);
-        return m_refusing = on;
-    }
-
-    void answerWrong()
-    {
-        std::lock_guard<std::mutex> lock(m_refuseMutex);
-        if (m_refusing)
-            m_bridge->sendAnswer(9, QByteArray(8, 99));
+        // The first wrong answer is logged before the second is waited for.
+        m_log->onText = [this](const QString &text) {
+            if (text.contains(QString::fromLatin1(wrong.toHex('-'))) && ++m_wrongAnswers % 2 == 1)
+                m_bridge->sendAnswer(9, wrong);
+        };
     }
 
     bool update(int filterBoard = 0)
     {
-        std::atomic<bool> done{false};
-        std::thread refuser([&] {
-            for (; !done; std::this_thread::sleep_for(std::chrono::milliseconds(1)))
-                answerWrong();
-        });
-        const bool found = updateStm32([&](const QString &text, int icon, int btn) {
+        return updateStm32([&](const QString &text, int icon, int btn) {
             m_shown << QString("%1|%2|%3").arg(text).arg(icon).arg(btn);
-            if (icon == MessageIcon::critical)
-                setRefusing(false);
             if (filterBoard && icon == MessageIcon::warning)
                 usb2Can()->SetFilter(quint8(filterBoard), true);
         });
-        done = true;
-        refuser.join();
-        return found;
     }
 
     void checkWire(int board, int steps, const QByteArray &bytes)
@@ -130,6 +111,7 @@ private slots:
         m_log.reset();
         QCOMPARE(m_bridge->violations(), 0);
         m_shown.clear();
+        m_wrongAnswers = 0;
     }
 
     void sendsEveryLength_data()

@@ -20,6 +20,8 @@ public:
     LogCapture(const LogCapture &) = delete;
     LogCapture &operator=(const LogCapture &) = delete;
 
+    /// Called with each text on the thread that logs. Set it while nothing logs.
+    std::function<void(const QString &text)> onText;
     /// Lines that hold `part`. Any thread.
     int count(const QString &part) const
     {
@@ -45,8 +47,12 @@ private:
     }
     void take(const QString &text)
     {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        m_texts.append(text);
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            m_texts.append(text);
+        }
+        if (onText)
+            onText(text);
     }
 
     QtMessageHandler m_previous = nullptr;
