@@ -14,8 +14,8 @@
 
 namespace
 {
-constexpr QLatin1String groupAddress("239.255.43.21");
-constexpr QLatin1String noAdapterAddress("127.0.0.7"); // tells clients: no wired network to be used
+const QLatin1String groupAddress("239.255.43.21");
+const QLatin1String noAdapterAddress("127.0.0.7"); // tells clients: no wired network to be used
 constexpr int requestHead = 6;
 constexpr int replyHead = 6;
 

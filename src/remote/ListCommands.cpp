@@ -18,7 +18,7 @@
 namespace
 {
 constexpr int iconSize = 256; // as the pictures of the history
-constexpr QLatin1String iconKey("Icon");
+const QLatin1String iconKey("Icon");
 
 /// JPEG in base64; empty for no picture.
 QString iconText(const QImage &picture)

