@@ -47,12 +47,17 @@ double HeadArray::columnPitch(double encoderResolution) const
     return geometry::micrometresPerInch / clock.dpi * (clock.divider / (0.25 * encoderResolution));
 }
 
+float HeadArray::peakVoltage(int number) const
+{
+    const auto &waveform = head(number).waveform;
+    const auto higher = [](const auto &a, const auto &b) { return a.voltage < b.voltage; };
+    return std::max_element(waveform.begin(), waveform.end(), higher)->voltage;
+}
+
 void HeadArray::adjustVoltage(int number, float difference)
 {
-    Head &one = head(number);
-    const auto higher = [](const auto &a, const auto &b) { return a.voltage < b.voltage; };
-    const float peak = std::max_element(one.waveform.begin(), one.waveform.end(), higher)->voltage;
-    for (auto &knot : one.waveform) {
+    const float peak = peakVoltage(number);
+    for (WaveformKnot &knot : head(number).waveform) {
         if (knot.voltage == peak)
             knot.voltage += difference;
     }

@@ -45,6 +45,7 @@ struct Head {
     std::bitset<881> autofire;                                                    ///< by nozzle, from 1
     bool autofiring = false;
     double autofireHz = 0;
+    std::optional<double> autofireLeft; ///< drops a jet; none: until it is stopped
 };
 
 struct DotClock {
@@ -72,6 +73,7 @@ public:
     void clearPages();
     /// Micrometres between two columns, given the encoder's counts per inch.
     double columnPitch(double encoderResolution) const;
+    float peakVoltage(int head) const;
     void adjustVoltage(int head, float difference);
 
 private:

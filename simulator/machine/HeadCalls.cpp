@@ -99,6 +99,7 @@ int startAutofire(Machine &machine, const Numbers &a, Numbers *)
     Head &head = machine.headArray().head(int(a[0]));
     head.autofiring = true;
     head.autofireHz = a[1];
+    head.autofireLeft = a[4] > 0 ? std::optional<double>(a[4]) : std::nullopt;
     return Done;
 }
 
@@ -168,6 +169,9 @@ int setWaveform(Machine &machine, const Numbers &a, Numbers *)
 
 int adjustVoltage(Machine &machine, const Numbers &a, Numbers *)
 {
+    const double peak = double(machine.headArray().peakVoltage(int(a[0]))) + a[2];
+    if (a[1] != mainWaveform || !(std::abs(peak) <= highestDrive))
+        return BadArgument;
     machine.headArray().adjustVoltage(int(a[0]), float(a[2]));
     return Done;
 }

@@ -140,16 +140,24 @@ void InkPath::settle()
         autofire(seconds);
 }
 
-/// Half of a head's nozzles carry each ink.
+/// Pairs of rows carry the inks by turns, support in rows 1 and 2.
 void InkPath::autofire(double seconds)
 {
     for (int number = 1; number <= geometry::heads; ++number) {
-        const Head &head = m_machine.headArray().head(number);
+        Head &head = m_machine.headArray().head(number);
         if (!head.autofiring)
             continue;
-        const double drops = head.autofireHz * seconds * double(head.autofire.count()) / InkMaterials;
-        fire(number, Structure, drops);
-        fire(number, Support, drops);
+        double shots = head.autofireHz * seconds;
+        if (head.autofireLeft) {
+            shots = std::min(shots, *head.autofireLeft);
+            *head.autofireLeft -= shots;
+            head.autofiring = *head.autofireLeft > 0;
+        }
+        double jets[InkMaterials] = {};
+        for (size_t row = 1; row < head.autofire.size(); ++row)
+            jets[(row - 1) / 2 % 2 ? Structure : Support] += head.autofire[row];
+        fire(number, Structure, shots * jets[Structure]);
+        fire(number, Support, shots * jets[Support]);
     }
 }
 

@@ -50,11 +50,11 @@ void setVoltages(const RemoteCall &call)
 /// Row 0 is every jet, another the column that begins after it.
 void fireAll(const RemoteCall &call)
 {
-    const int row = wireNumber<int>(call["Row"]);
+    const qint64 row = wireNumber<int>(call["Row"]);
     setAllJets(row == 0);
     if (row != 0) {
         for (int i = 0; i < jetsOfColumn; ++i)
-            setOnAllChains(row + 1 + qint64(jetColumns) * i, true);
+            setOnAllChains(row + 1 + jetColumns * i, true);
     }
     start(call, allHeads);
 }

@@ -21,10 +21,10 @@ namespace
 using Knots = std::vector<HibWaveformKnot>;
 
 /// Jets stand in 16 columns; a character is a jet of one of them.
-void maskJets(int chain, int row, const QString &jets)
+void maskJets(int chain, qint64 row, const QString &jets)
 {
     for (int i = 0; i < jets.size(); ++i)
-        setJet(chain, row + 1 + qint64(jetColumns) * i, jets.at(i) != QLatin1Char('0'));
+        setJet(chain, row + 1 + jetColumns * qint64(i), jets.at(i) != QLatin1Char('0'));
 }
 
 QJsonArray toJson(const Knots &knots)
