@@ -16,8 +16,7 @@ constexpr int payloadAt = 8;
 enum Command : quint8 { CommandUpload = 2, CommandMachine = 0xAA };
 
 // Announce: u64 size, then the name up to a zero byte or the end.
-constexpr int fileSizeAt = payloadAt;
-constexpr int fileNameAt = payloadAt + 8;
+constexpr int fileNameAt = payloadAt + int(sizeof(quint64));
 
 // Message to a board, and its answer: board, eight data bytes.
 constexpr int messageSize = 1 + int(sizeof CanMsg::data);
@@ -101,7 +100,7 @@ void NetWorkProtocol::runBinary(QTcpSocket *socket, const QByteArray &frame)
 
 void NetWorkProtocol::announceUpload(QTcpSocket *socket, const QByteArray &frame)
 {
-    const quint64 size = qFromLittleEndian<quint64>(payloadOf(frame, 8).constData());
+    const quint64 size = qFromLittleEndian<quint64>(payloadOf(frame, sizeof(quint64)).constData());
     const QByteArray rest = frame.mid(fileNameAt);
     const QString name =
         QString::fromUtf8(rest.constData(), int(qstrnlen(rest.constData(), uint(rest.size()))));
