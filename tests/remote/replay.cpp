@@ -2,13 +2,15 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
 int main(int, char **argv)
 {
     int count = 0;
-    for (QDirIterator files(argv[1], QDir::Files); files.hasNext(); ++count) {
+    for (QDirIterator files(QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath(), QDir::Files);
+         files.hasNext(); ++count) {
         QFile file(files.next());
         if (!file.open(QIODevice::ReadOnly))
             return 1;
