@@ -119,9 +119,31 @@ void TestMachineProgram::libraryDrivesTheHeads()
     HIB(hibSetupPackedImageTransfer);
     HIB(hibEnablePrintingWDelay);
     HIB(hibWaitForImageTransferCompleteWto);
+    HIB(hibGetWaveform);
+    HIB(hibSetWaveform);
+    HIB(hibGetHeadMisc);
+    HIB(hibGetNormVals);
+    HIB(hibLoadNormVals);
     QVERIFY(hibInitAllBoards && hibWaitForImageTransferCompleteWto);
     int32_t count = 0;
     QVERIFY(hibInitAllBoards(&count, 1) == 0 && count == 3);
+    // What a head keeps, each for itself; a pulse that runs backwards in time is refused and changes nothing.
+    HibWaveformKnot knots[8] = {};
+    QCOMPARE(hibGetWaveform(2, 1, knots), 0);
+    knots[7].voltage = 12.5F;
+    knots[7].normRegion = -3;
+    QCOMPARE(hibSetWaveform(2, 1, knots), 0);
+    knots[7].time = 0;
+    QVERIFY(hibSetWaveform(2, 1, knots) != 0 && hibSetWaveform(4, 1, knots) != 0);
+    QVERIFY(hibGetWaveform(2, 1, knots) == 0 && knots[7].voltage == 12.5F && knots[7].normRegion == -3);
+    QVERIFY(hibGetWaveform(1, 1, knots) == 0 && knots[7].voltage == 0);
+    HibHeadMisc misc = {};
+    QVERIFY(hibGetHeadMisc(3, 1, &misc) == 0 && misc.colorCount == 2);
+    std::vector<int8_t> norm(size_t(misc.nozzlesPerColor), -128), other(norm);
+    QCOMPARE(hibLoadNormVals(3, 2, norm.data(), misc.nozzlesPerColor), 0);
+    QVERIFY(hibGetNormVals(3, 2, other.data(), misc.nozzlesPerColor) == 0 && other == norm);
+    QVERIFY(hibGetNormVals(3, 1, other.data(), misc.nozzlesPerColor) == 0 && other[0] == 0);
+    QVERIFY(hibLoadNormVals(3, 3, norm.data(), misc.nozzlesPerColor) != 0);
     // A picture that is armed and never swept: the wait ends by itself, and the call after it gets its own
     // answer.
     std::vector<uint8_t> plane(1320 * 32, 0x81);
@@ -165,8 +187,8 @@ void TestMachineProgram::reportsAndPictures()
         QCOMPARE(report["dots"].toArray()[head].toObject()["structure"].toInt(), head ? 8 : 16);
     const QJsonObject gap = report["programGapMs"].toObject();
     QCOMPARE(gap["count"].toInt(), 7);
-    // 1100 ms from one page to the next, less the 100 ms that are stated and the move of 1 um in Y, which the program
-    // waits out in one look of 30 ms.
+    // 1100 ms from one page to the next, less the 100 ms that are stated and the move of 1 um in Y, which the
+    // program waits out in one look of 30 ms.
     const double motion = 2 * std::sqrt(1 / geometry::yAcceleration) * 1000;
     QVERIFY(qAbs(gap["motionMs"].toObject()["median"].toDouble() - motion) < 0.01);
     QVERIFY2(qAbs(gap["median"].toDouble() - 970) < 0.01, QJsonDocument(gap).toJson());
