@@ -12,7 +12,7 @@
 namespace
 {
 constexpr int writeLimitMs = 30000;
-constexpr int keptCapacity = 1 << 20; // of an emptied buffer: room for blocks, nothing for what was huge
+constexpr int keptCapacity = 128 << 10; // of an emptied buffer: room for a block, nothing of what was huge
 
 constexpr int minimumBytes = 3;
 constexpr int lengthAt = 2;
