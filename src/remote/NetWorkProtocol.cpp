@@ -24,6 +24,8 @@ const QByteArray blockStart = QByteArray::fromHex("A55A");
 constexpr int blockNumberAt = 6;
 constexpr int blockSumAt = 10;
 constexpr int blockHeadSize = 14;
+constexpr int loggedText = 64 << 10; // of a request that nobody knows
+
 enum BlockStatus : quint16 { BlockWritten = 0, BlockSumWrong = 1 };
 
 quint32 word(const QByteArray &bytes, int at)
@@ -232,5 +234,5 @@ void NetWorkProtocol::runJson(QTcpSocket *socket, const QByteArray &frame)
             return command.run(call);
     }
     call.reply(request, ReplyHead::Echo);
-    LOG_WARNING(QStringLiteral("pasue  pelora pro error：") + QString::fromUtf8(text));
+    LOG_WARNING(QStringLiteral("pasue  pelora pro error：") + QString::fromUtf8(text.left(loggedText)));
 }
