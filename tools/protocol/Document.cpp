@@ -8,26 +8,25 @@
 
 namespace
 {
-constexpr int lineWidth = 100;
+constexpr int lineWidth = 118;
 constexpr int bytesPerLine = 16;
-
-QString compact(const QJsonValue &value)
-{
-    const QByteArray text = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(text.mid(1, text.size() - 2));
-}
 
 QString pretty(const QJsonValue &value, int indent)
 {
-    const QString line = compact(value);
-    if (indent + line.size() <= lineWidth || (!value.isObject() && !value.isArray()))
-        return line;
+    if (!value.isObject() && !value.isArray()) {
+        const QByteArray text = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+        return QString::fromUtf8(text.mid(1, text.size() - 2));
+    }
+    const QChar open = value.isObject() ? '{' : '[', close = value.isObject() ? '}' : ']';
     QStringList parts;
     const QJsonObject object = value.toObject();
     for (auto key = object.begin(); key != object.end(); ++key)
-        parts << compact(key.key()) + ": " + pretty(key.value(), indent + 2);
+        parts << '"' + key.key() + "\": " + pretty(key.value(), indent + 2);
     for (const QJsonValue &entry : value.toArray())
         parts << pretty(entry, indent + 2);
+    const QString line = open + parts.join(", ") + close;
+    if (indent + line.size() <= lineWidth && !line.contains('\n'))
+        return line;
     // Short parts share a line.
     QStringList lines;
     for (const QString &part : parts) {
@@ -39,8 +38,7 @@ QString pretty(const QJsonValue &value, int indent)
             lines << part;
     }
     const QString gap = '\n' + QString(indent + 2, ' ');
-    return (value.isObject() ? '{' : '[') + gap + lines.join(',' + gap) + '\n' + QString(indent, ' ') +
-           (value.isObject() ? '}' : ']');
+    return open + gap + lines.join(',' + gap) + '\n' + QString(indent, ' ') + close;
 }
 
 QString marked(const QString &text, const QString &mark)
@@ -55,9 +53,8 @@ QString marked(const QString &text, const QString &mark)
 QString textOf(const QByteArray &payload)
 {
     const QJsonDocument document = QJsonDocument::fromJson(payload);
-    if (document.isObject())
-        return pretty(document.object(), 2);
-    return QString::fromUtf8(payload);
+    const bool laidOut = payload.size() <= lineWidth && !payload.trimmed().contains('\n'); // by its sender
+    return document.isObject() && !laidOut ? pretty(document.object(), 0) : QString::fromUtf8(payload);
 }
 
 QString dumpOf(const QByteArray &bytes)

@@ -14,8 +14,9 @@
 //   "bytes"     the whole reply, as a byte pattern; no head, no tail
 // "until": true asks again until it is so. "then" is a list of what must hold afterwards, each with "is":
 //   "file"      is "request", "indented" (the request as the program writes JSON), or "before"
-//   "exists"    a path below the installation           "state"     a path in the simulated machine's state
-//   "log"       this text is in the program's log
+//   "exists"    a path below the installation
+//   "state"     a path in the simulated machine's state; instead of "is", one of them may have "grows", a
+//   number "log"       this text is in the program's log
 // "show": "bytes" has the document show whole frames.
 
 #include <QJsonObject>

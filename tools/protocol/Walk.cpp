@@ -83,8 +83,12 @@ QString Walk::run(const SessionStep &step)
 {
     const QJsonArray checks = step.data["then"].toArray();
     QVector<QByteArray> before;
-    for (const QJsonValue &check : checks)
+    double number = 0; // the one that is to grow
+    for (const QJsonValue &check : checks) {
         before << fileBytes(m_site.install + '/' + check["file"].toString());
+        if (check["grows"].isDouble())
+            number = valueAt(m_site.state(), check["state"].toString()).toDouble();
+    }
 
     Exchange shown{step.name(), {}, {}};
     QString wrong = exchange(step, &shown);
@@ -92,8 +96,12 @@ QString Walk::run(const SessionStep &step)
         waitFor([&] { return (wrong = exchange(step, &shown)).isEmpty(); });
     if (!shown.name.isEmpty())
         m_exchanges << shown;
-    for (int at = 0; wrong.isEmpty() && at < checks.size(); ++at)
-        wrong = afterwards(step, checks[at].toObject(), before[at]);
+    for (int at = 0; wrong.isEmpty() && at < checks.size(); ++at) {
+        QJsonObject check = checks[at].toObject();
+        if (check["grows"].isDouble())
+            check["is"] = number + check["grows"].toDouble();
+        wrong = afterwards(step, check, before[at]);
+    }
     return wrong;
 }
 
