@@ -178,7 +178,8 @@ void restore(Session &session)
     tellOrigin(session, files.value(QLatin1String(labelName)));
     session.confirm(QStringLiteral("Write this to the machine?"));
     write(steps);
-    session.report(QStringLiteral("Restored and read back: %1.").arg(names.size()), {{"Written", names}});
+    session.report(QStringLiteral("%1 documents restored and read back.").arg(names.size()),
+                   {{"Written", names}});
 }
 } // namespace
 

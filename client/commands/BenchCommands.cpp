@@ -11,7 +11,7 @@
 namespace
 {
 constexpr int farthest = std::numeric_limits<int>::max();
-constexpr int patienceOfMovesS = 180; // Z answers when it has arrived, a valve when it has fed
+constexpr int patienceOfMovesS = 180; // a feeding or a test print answers when it is done
 
 QJsonObject support(Session &session, const QString &axis = {}, int position = 0)
 {
@@ -79,9 +79,10 @@ void feed(Session &session)
                               {"Num", integerOf(session.word(2), QStringLiteral("The number"), 0, 255)}};
     session.refuseWhilePrinting(QStringLiteral("feeding wax"));
     const QJsonObject answer = session.request(request);
-    if (valve && !answer["Result"].toBool())
+    if (valve && answer["Result"].toBool()) // true tells of a feeding that was given up
         throw Failure{Exit::Refused, QStringLiteral("The machine did not feed. Look for its messages.")};
-    session.report(QStringLiteral("Fed."), {{"Fed", true}});
+    session.report(QStringLiteral("The board has the order; \"peloractl materials\" shows the levels."),
+                   request);
 }
 
 /// The values of the machine's own set-up where the command line names none.
@@ -154,8 +155,8 @@ QVector<Command> benchCommands()
         {"axis",
          "[x|y|z POSITION|home]",
          "Shows where the axes are, moves or homes one.",
-         "X and Y go to a position; Z goes by a distance. X and Y answer at once and go on moving.",
-         {"axis", "axis x 120000", "axis z -500", "axis y home"},
+         "Positions are in the boards' units. The answer comes at once, while the axis still moves.",
+         {"axis", "axis x 120000", "axis z 40000", "axis y home"},
          {forceOption},
          0,
          2,

@@ -1,6 +1,7 @@
 // Finding the machine and seeing how it is.
 
 #include "commands/Command.h"
+#include "commands/ParameterFile.h"
 #include "commands/Session.h"
 #include "link/Discovery.h"
 #include "link/Failure.h"
@@ -8,7 +9,6 @@
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QJsonDocument>
 #include <QThread>
 
 namespace
@@ -67,8 +67,9 @@ void showStatus(const QJsonObject &status, const QString &model)
     if (status["Status"].toInt() == 1)
         rows << QStringList{"Left", format::duration(qint64(status["RemainingSecs"].toDouble()))}
              << QStringList{"Ends", status["EndTime"].toString()};
-    rows << QStringList{"Identity", status["UUID"].toString()}
-         << QStringList{"Program", status["FirmwareVer"].toString()};
+    if (!status["UUID"].toString().isEmpty())
+        rows << QStringList{"Identity", status["UUID"].toString()};
+    rows << QStringList{"Program", status["FirmwareVer"].toString()};
     for (const QStringList &row : rows)
         terminal::say(row[0].leftJustified(10) + row[1]);
 }
@@ -191,11 +192,7 @@ void raw(Session &session)
     QFile input;
     if (text == "-" && input.open(stdin, QIODevice::ReadOnly))
         text = input.readAll();
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (!document.isObject())
-        throw Failure{Exit::Usage, QStringLiteral("A request is a JSON object: ") + error.errorString()};
-    terminal::printJson(session.request(document.object()));
+    terminal::printJson(session.request(parsedObject(text, QStringLiteral("The request"))));
 }
 } // namespace
 

@@ -76,7 +76,9 @@ QJsonObject uploadOne(Session &session, const QString &path, const QString &name
 {
     checkName(name);
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(path).isFile())
+        throw Failure{Exit::Usage, QStringLiteral("There is no file %1.").arg(path)};
+    if (!file.open(QIODevice::ReadOnly))
         throw Failure{Exit::Usage, QStringLiteral("%1 can't be read: %2").arg(path, file.errorString())};
     refuseRunningModel(session, name);
     if (!session.json())

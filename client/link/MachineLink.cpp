@@ -16,7 +16,7 @@ QJsonObject MachineLink::request(const QJsonObject &object)
     open();
     send(frame::json(object));
     QJsonParseError error;
-    const QJsonDocument answer = QJsonDocument::fromJson(receiveFrame(true), &error);
+    const QJsonDocument answer = QJsonDocument::fromJson(receiveFrame(), &error);
     if (error.error != QJsonParseError::NoError || !answer.isObject())
         giveUp(QStringLiteral("The machine's answer is no JSON object: ") + error.errorString());
     if (answer["Error"].toString() == QLatin1String("parse error"))
@@ -28,7 +28,8 @@ QByteArray MachineLink::binary(quint8 command, quint8 subCommand, const QByteArr
 {
     open();
     send(frame::binary(command, subCommand, payload));
-    return receiveFrame(false);
+    // A message for the bus is answered in a frame with the tail of JSON.
+    return receiveFrame(QByteArray(1, char(command)) + char(subCommand));
 }
 
 QByteArray MachineLink::exchange(const QByteArray &bytes, int answerSize)
@@ -89,11 +90,12 @@ void MachineLink::loseConnection(const QString &silence)
                       .arg(place())};
 }
 
-QByteArray MachineLink::receiveFrame(bool json)
+QByteArray MachineLink::receiveFrame(const QByteArray &tail)
 {
     const QByteArray head = receive(frame::headSize);
     const quint32 length = frame::lengthOf(head);
-    if (!head.startsWith("\x5A\xA5") || frame::isJson(head) != json || length > frame::longestAnswer)
+    const bool known = frame::isJson(head) || head.mid(6) == tail;
+    if (!head.startsWith("\x5A\xA5") || !known || length > frame::longestAnswer)
         giveUp(QStringLiteral("%1 answers with something else than this protocol (%2). Is it the right port?")
                    .arg(place(), QString::fromLatin1(head.toHex(' '))));
     return receive(int(length));

@@ -29,7 +29,8 @@ private:
     void open();
     void send(const QByteArray &bytes);
     QByteArray receive(int size);
-    QByteArray receiveFrame(bool json);
+    /// `tail`: command and sub-command that the answer may carry instead of those of a JSON frame.
+    QByteArray receiveFrame(const QByteArray &tail = {});
     /// After a wait in vain: `silence` is the text, of place and seconds, for a machine that is still there.
     [[noreturn]] void loseConnection(const QString &silence);
     /// Gives the connection up and tells why.
