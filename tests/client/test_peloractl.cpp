@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 namespace
@@ -35,7 +36,12 @@ class TestPeloractl : public QObject
         process.setProcessEnvironment(environment);
         process.setStandardInputFile(QProcess::nullDevice());
         process.start(program, arguments);
-        const bool ended = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 30000);
+        QEventLoop loop; // the machine answers meanwhile
+        connect(&process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), &loop,
+                &QEventLoop::quit);
+        QTimer::singleShot(30000, &loop, &QEventLoop::quit);
+        loop.exec();
+        const bool ended = process.state() == QProcess::NotRunning;
         const bool orderly = ended && process.exitStatus() == QProcess::NormalExit;
         return {orderly ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
                 QString::fromUtf8(process.readAllStandardError())};

@@ -6,12 +6,16 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QProcess>
 #include <QSettings>
+#include <QTcpServer>
 #include <cstdio>
 #include <unistd.h>
 
 namespace {
 constexpr int printLimitMs = 30 * 60 * 1000;
+constexpr int serverLimitMs = 30000;
+constexpr int uploadLimitMs = 10 * 60 * 1000;
 /// What the program is told to sleep between two sweeps, in ms, besides the model's own wait: Y at rest 30, Y read
 /// 20, X read 20, X at rest 20.
 constexpr int waitsOfPass = 90;
@@ -94,8 +98,47 @@ bool panelShot(PrinterRig &rig, const QString &folder)
     return rig.machine({"picture", folder + "/panel.png"})["ok"].toBool();
 }
 
+/// A port that nobody has now, so that two demos, or a demo beside a printer, don't meet.
+int freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+/// Tells the program its port; the machine adds its own keys to the same file.
+bool configurePort(const DemoOptions &options, int port)
+{
+    QJsonObject platform = readJson(options.install + "/config/Platform.json");
+    platform["RemotePort"] = port;
+    QFile file(options.install + "/config/Platform.json");
+    return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(platform).toJson()) > 0;
+}
+
+/// As a PC in the network would. Its progress goes to the terminal that the demo has.
+bool uploadModel(PrinterRig &rig, const DemoOptions &options, int port, const QString &model)
+{
+    const QString client = options.install + "/peloractl";
+    const QStringList machine{"--host", "127.0.0.1", "--port", QString::number(port)};
+    const auto answers = [&] {
+        QByteArray output;
+        return runProgram(client, machine + QStringList{"ping"}, options.install, &output, serverLimitMs) == 0;
+    };
+    if (!rig.waitFor(answers, serverLimitMs))
+        return false;
+    QProcess upload;
+    upload.setProcessChannelMode(QProcess::ForwardedChannels);
+    upload.start(client, machine + QStringList{"upload", model});
+    return upload.waitForFinished(uploadLimitMs) && upload.exitCode() == 0;
+}
+
 bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name)
 {
+    const int port = freePort();
+    if (!configurePort(options, port)) {
+        say("config/Platform.json can't be written.");
+        return false;
+    }
     say("Starting the machine and the program ...");
     QElapsedTimer start;
     if (!rig.startMachine())
@@ -104,8 +147,8 @@ bool printModel(PrinterRig &rig, const DemoOptions &options, const QString &name
     if (!rig.startProduct())
         return false;
     say(QString("  window after %1 ms").arg(start.elapsed()));
-    say("Adding " + name + " from the USB folder ...");
-    if (!rig.bringFromUsb(options.out + "/usb", name))
+    say("Uploading with peloractl ...");
+    if (!uploadModel(rig, options, port, options.out + "/" + name))
         return false;
     say("Pressing Start ...");
     if (!rig.startPrint())
@@ -177,9 +220,9 @@ int judge(const DemoOptions &options, const QString &name, double seconds, const
 int runDemo(const DemoOptions &options)
 {
     const QString name = QFileInfo(options.mesh).completeBaseName() + ".tzl";
-    QDir().mkpath(options.out + "/usb");
+    QDir().mkpath(options.out);
     say("Packing " + options.mesh + " ...");
-    if (!packModel(options, options.out + "/usb/" + name))
+    if (!packModel(options, options.out + "/" + name))
         return 1;
     RigOptions rigOptions;
     rigOptions.install = options.install;
@@ -235,6 +278,7 @@ int runScreen(const DemoOptions &options)
         say("There is no display: point one VNC viewer at 127.0.0.1:5900, the printer's screen, and one at "
             "127.0.0.1:5901, the machine.");
     say("The window is yours: queue page, then the USB button, adds " + name + "; the Home page starts it.");
+    say("From the network: " + options.install + "/peloractl upload " + options.out + "/usb/" + name);
     say("Work the machine in its panel, or with " + options.install + "/machinectl --install " + options.install +
         " help. Closing a window ends both.");
     rig.waitFor([&] { return !rig.productRuns() || !rig.machineRuns(); }, std::numeric_limits<int>::max());
