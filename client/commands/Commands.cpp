@@ -37,8 +37,7 @@ Command completionCommand()
 const QVector<Option> &commonOptions()
 {
     static const QVector<Option> options{
-        {"host", "HOST",
-         "The machine: name or address, with :PORT if you like. Else PELORA_HOST, else this computer."},
+        {"host", "HOST", "The machine's name or address[:PORT]; PELORA_HOST if not given."},
         {"port", "PORT", "Its TCP port, 6666 unless it was changed."},
         {"timeout", "SECONDS", "How long to wait for each answer."},
         {"json", nullptr, "Prints JSON instead of texts and tables."},

@@ -81,15 +81,15 @@ QString watchLine(const QJsonObject &status)
     if (layers <= 0)
         return state;
     const double percent = status["Percent"].toDouble();
-    QString line = QStringLiteral("%1  %2 %3 %  layer %4 of %5")
-                       .arg(state, LiveLine::bar(percent / 100))
+    QString line = QStringLiteral("%1  %2 %3 %  layer %4/%5")
+                       .arg(state, LiveLine::bar(percent / 100, 20))
                        .arg(percent, 5, 'f', 1)
                        .arg(status["PrintLayer"].toInt())
                        .arg(layers);
     if (status["Status"].toInt() == 1)
         line += QStringLiteral("  %1 left, ends %2")
                     .arg(format::duration(qint64(status["RemainingSecs"].toDouble())),
-                         status["EndTime"].toString());
+                         status["EndTime"].toString().section(' ', 1));
     return line;
 }
 

@@ -27,10 +27,14 @@ void get(Session &session)
         return terminal::printJson(all);
     QList<QStringList> rows;
     for (const Zone &zone : temperatureZones()) {
-        QStringList row{zone.key, zone.name};
-        for (const QJsonObject &column : columns)
-            row << QString::number(column[QLatin1String(zone.key)].toInt());
-        rows << row;
+        QStringList row{zone.key, zone.place};
+        bool used = !zone.place.isEmpty();
+        for (const QJsonObject &column : columns) {
+            row << QString::number(column[zone.key].toInt());
+            used = used || column[zone.key].toInt() != 0;
+        }
+        if (used)
+            rows << row;
     }
     terminal::printTable(headers, rows);
 }

@@ -7,9 +7,9 @@
 class Session;
 
 struct Zone {
-    const char *key; ///< "ink31.1": group and zone
-    const char *name;
-    int offset; ///< of its byte in the record
+    QString key;   ///< "ink31.1": group and zone
+    QString place; ///< empty when nothing is known to be heated there
+    int offset;    ///< of its byte in the record
 };
 
 constexpr int measuredProfile = 3;
@@ -18,7 +18,7 @@ const QVector<const char *> &profileNames(); ///< start, printing, warm, measure
 /// By name or number; throws a Failure.
 int profileNumber(const QString &word);
 
-/// The zones that have something to heat.
+/// All that the table has room for.
 const QVector<Zone> &temperatureZones();
 
 /// Zone keys to degrees.
