@@ -8,7 +8,7 @@
 
 namespace {
 constexpr int stopLimitMs = 5000;
-constexpr int waitLimitMs = 60000;
+constexpr int waitLimitMs = 180000;
 constexpr int axisLimitMs = 180000; // ten thousand looks at an axis, each a message
 constexpr double partHeightMm = 2.5; // enough layers for a hand on the screen
 using Steps = std::function<bool(PrinterRig &)>;

@@ -14,6 +14,7 @@
 namespace {
 constexpr int startLimitMs = 60000; // a loaded two-core machine under a sanitizer
 constexpr int pageLimitMs = 30000;
+constexpr int questionMs = 5000; // for the board's answer before the question
 
 QProcessEnvironment productEnvironment(const RigOptions &options, const QString &socket)
 {
@@ -271,9 +272,13 @@ bool PrinterRig::startPrint()
     if (!click("pushButton_home"))
         return false;
     const auto ready = [this] { return state("pushButton_printImage")["enabled"].toBool(); };
-    if (!waitFor(ready, pageLimitMs) || !click("pushButton_printImage"))
+    // A message that comes between the press and the question swallows it: an operator presses again.
+    const auto asked = [this] {
+        return click("pushButton_printImage") && !waitMessage("平台是否为空", questionMs).isEmpty();
+    };
+    if (!waitFor(ready, pageLimitMs) || !waitFor(asked, pageLimitMs))
         return fail("nothing can be started: " + m_error);
-    if (!answerQuestion("平台是否为空") || !answerQuestion("清空废料箱"))
+    if (!answer("Yes") || !answerQuestion("清空废料箱"))
         return false;
     const auto running = [this] { return state("pushButton_printStop")["enabled"].toBool(); };
     return waitFor(running, pageLimitMs) || fail("the job did not start");
