@@ -1,6 +1,6 @@
 // What goes wrong in a job, and how each ends: message, records, standby, and that the operator can always stop.
 
-#include "TestPrinter.h"
+#include "JobHands.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -8,41 +8,8 @@
 
 namespace {
 constexpr int stopLimitMs = 5000;
-constexpr int waitLimitMs = 180000;
 constexpr int axisLimitMs = 180000; // ten thousand looks at an axis, each a message
-constexpr double partHeightMm = 2.5; // enough layers for a hand on the screen
 using Steps = std::function<bool(PrinterRig &)>;
-
-int passes(PrinterRig &rig)
-{
-    return rig.machine({"state"})["state"].toObject()["passes"].toInt();
-}
-
-/// The page refreshes every 5 s; the machine knows at once.
-bool atLayer(PrinterRig &rig, int layer)
-{
-    return rig.waitFor([&] { return passes(rig) >= 4 * (layer - 1); }, waitLimitMs);
-}
-
-bool machine(PrinterRig &rig, const QStringList &command)
-{
-    return rig.machine(command)["ok"].toBool();
-}
-
-/// A waiting job's message comes back at each look, so the operator closes it and is quick.
-bool pressStop(PrinterRig &rig)
-{
-    const auto asked = [&] {
-        const QString shown = rig.message()["text"].toString();
-        if (shown.contains("是否中止打印"))
-            return true;
-        if (!shown.isEmpty())
-            rig.answer("close");
-        rig.click("pushButton_printStop");
-        return false;
-    };
-    return rig.waitFor(asked, waitLimitMs) && rig.answer("Yes");
-}
 
 /// Presses stop; true when the job's last message came within the limit.
 bool stopsInTime(PrinterRig &rig)
@@ -62,11 +29,7 @@ class TestFaults : public QObject
 private slots:
     void endsAs_data();
     void endsAs();
-    void pauseResumeAndPlatform();
     void levellerSlowAtStart();
-    void levellerSlowInMidJob();
-    void doorOpenInMidJob();
-    void boardDiesAndComesBack();
 };
 
 void TestFaults::endsAs_data()
@@ -137,26 +100,6 @@ void TestFaults::endsAs()
     QCOMPARE(standby["leveller"].toObject()["set"].toInt(), 0);
 }
 
-void TestFaults::pauseResumeAndPlatform()
-{
-    TestPrinter printer;
-    QVERIFY(printer.makeModel("bar.tzl", {}, partHeightMm));
-    QVERIFY2(printer.start(), qPrintable(printer.error()));
-    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
-    PrinterRig &rig = printer.rig();
-    QVERIFY(atLayer(rig, 3));
-    QVERIFY(rig.click("pushButton_printImage"));
-    QVERIFY(machine(rig, {"platform", "take"}));
-    QVERIFY(rig.click("pushButton_printImage"));
-    QVERIFY2(!rig.waitMessage("平台未放好", waitLimitMs).isEmpty(), qPrintable(rig.error()));
-    QVERIFY(rig.answer("close"));
-    QVERIFY(machine(rig, {"platform", "put"}));
-    QVERIFY(rig.click("pushButton_printImage"));
-    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
-    const QJsonObject report = printer.stop();
-    QCOMPARE(report["passes"].toInt() % 4, 0);
-}
-
 void TestFaults::levellerSlowAtStart()
 {
     TestPrinter printer;
@@ -167,54 +110,6 @@ void TestFaults::levellerSlowAtStart()
     QVERIFY(printer.rig().waitPrintEnd(waitLimitMs).contains("整平棍转速异常"));
     QCOMPARE(printer.query("select * from PrintHistory").size(), 0);
     QCOMPARE(printer.query("select * from PrintQueue where status=0").size(), 1);
-}
-
-void TestFaults::levellerSlowInMidJob()
-{
-    TestPrinter printer;
-    QVERIFY(printer.makeModel("bar.tzl", {}, partHeightMm));
-    QVERIFY2(printer.start(), qPrintable(printer.error()));
-    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
-    PrinterRig &rig = printer.rig();
-    QVERIFY(atLayer(rig, 2) && machine(rig, {"leveller", "slow"}));
-    QVERIFY2(!rig.waitMessage("整平棍异常", waitLimitMs).isEmpty(), qPrintable(rig.error()));
-    QVERIFY(machine(rig, {"leveller", "normal"}) && rig.answer("close"));
-    QVERIFY(rig.click("pushButton_printImage"));
-    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
-}
-
-void TestFaults::doorOpenInMidJob()
-{
-    TestPrinter printer;
-    QVERIFY(printer.makeModel("bar.tzl", {}, partHeightMm));
-    QVERIFY2(printer.start(), qPrintable(printer.error()));
-    QVERIFY(machine(printer.rig(), {"door", "inkbox", "open"}));
-    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
-    PrinterRig &rig = printer.rig();
-    QVERIFY2(!rig.waitMessage("请关闭墨箱门", waitLimitMs).isEmpty(), qPrintable(rig.error()));
-    QVERIFY(machine(rig, {"door", "inkbox", "close"}));
-    QVERIFY(atLayer(rig, 2) && machine(rig, {"door", "inkbox", "open"}));
-    QVERIFY2(!rig.waitMessage("请关闭墨箱门", waitLimitMs).isEmpty(), qPrintable(rig.error()));
-    QVERIFY(machine(rig, {"door", "inkbox", "close"}));
-    QVERIFY(rig.waitFor([&] { return rig.message().isEmpty() || rig.answer("close"); }, waitLimitMs));
-    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
-}
-
-void TestFaults::boardDiesAndComesBack()
-{
-    TestPrinter printer;
-    QVERIFY(printer.makeModel("bar.tzl", {}, partHeightMm));
-    QVERIFY2(printer.start(), qPrintable(printer.error()));
-    QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
-    PrinterRig &rig = printer.rig();
-    QVERIFY(atLayer(rig, 2) && machine(rig, {"board", "6", "die"}));
-    // Each message to it now holds the bus for two real seconds, and the job still goes on.
-    const int before = passes(rig);
-    QVERIFY(rig.waitFor([&] { return passes(rig) > before; }, waitLimitMs));
-    QVERIFY(machine(rig, {"board", "6", "revive"}));
-    QVERIFY(rig.waitPrintEnd(waitLimitMs).contains("打印完成"));
-    QCOMPARE(TestPrinter::violations(printer.stop()), QString());
-    QCOMPARE(printer.differingDots("bar.tzl"), 0);
 }
 
 QTEST_GUILESS_MAIN(TestFaults)
