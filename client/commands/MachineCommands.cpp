@@ -158,7 +158,7 @@ void showMaterials(const QJsonArray &bottles, const QJsonObject &levels)
     for (int i = 0; i < bottles.size(); ++i) {
         const QJsonObject bottle = bottles[i].toObject();
         const bool structure = bottle["Type"].toInt() == 1;
-        rows << QStringList{QString::number(i + 2),
+        rows << QStringList{QString::number(i + 1),
                             structure ? QStringLiteral("structure") : QStringLiteral("support"),
                             bottle["Name"].toString(),
                             QString::number(bottle["Rest"].toInt()),
@@ -166,7 +166,7 @@ void showMaterials(const QJsonArray &bottles, const QJsonObject &levels)
                             bottle["Sn"].toString(),
                             bottleState(bottle)};
     }
-    terminal::printTable({"Place", "Wax", "Name", "Rest g", "Full g", "Serial", "State"}, rows);
+    terminal::printTable({"Bottle", "Wax", "Name", "Rest g", "Full g", "Serial", "State"}, rows);
     rows.clear();
     for (const QString &key : levels.keys())
         rows << QStringList{key, levels[key].toVariant().toString()};
