@@ -2,7 +2,7 @@
 #
 # PELORA_FOLDERS is the folder table, lowest first: a folder may include itself and what stands before it.
 # tests/checks/include_order.sh holds every #include against the same order.
-set(PELORA_FOLDERS platform frame events links printdata engine material remote forms)
+set(PELORA_FOLDERS platform frame events links printdata engine material remote keyboard forms)
 
 set(PELORA_QT Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Network Qt5::Sql Qt5::Concurrent Qt5::Svg)
 

@@ -5,8 +5,8 @@
 packages=(
   g++ cmake ninja-build ccache clang clang-format
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libqt5sql5-sqlite
-  zlib1g-dev libssl-dev libassimp-dev libbenchmark-dev
-  fonts-noto-core fonts-noto-cjk perl
+  zlib1g-dev libssl-dev libassimp-dev libbenchmark-dev libcurl4-openssl-dev libgooglepinyin0-dev
+  fonts-noto-core fonts-noto-cjk perl openssl ca-certificates python3-aiosmtpd faketime
 )
 
 setup_packages() {

@@ -5,11 +5,15 @@
 #include "forms/FileForm.h"
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
+#include "forms/MaintainForm.h"
 #include "forms/MaterialForm.h"
 #include "forms/MsgForm.h"
+#include "forms/SetupForm.h"
 #include "forms/StartCheck.h"
+#include "forms/ToolForm.h"
 #include "frame/ProgramVersion.h"
 #include "frame/Singleton.h"
+#include "keyboard/Keyboard.h"
 #include "material/BackgroundService.h"
 #include "platform/Log.h"
 #include "platform/SystemControl.h"
@@ -43,6 +47,8 @@ MainWindow::MainWindow() : ui(new Ui::MainWindow)
     qApp->setStyleSheet(styleSheetText());
     ui->setupUi(this);
     setUpButtons();
+    m_keyboard = new Tactil::Keyboard(this);
+    m_keyboard->lower();
     msgForm()->setParent(this);
     msgForm()->setGeometry(rect());
     msgForm()->show();
@@ -53,6 +59,7 @@ MainWindow::MainWindow() : ui(new Ui::MainWindow)
     startClock();
     connectPages();
     startServices();
+    maintainForm()->startCheck();
     homeForm()->setParent(ui->widget);
     homeForm()->hide();
     LOG_WARNING(QStringLiteral("ver = %1, compile_t=%2 %3")
@@ -71,8 +78,6 @@ void MainWindow::setUpButtons()
     ui->pushButton_material->setIcon(choiceIcon("material"));
     ui->pushButton_tool->setIcon(choiceIcon("tool"));
     ui->pushButton_setup->setIcon(choiceIcon("setup"));
-    for (QToolButton *button : {ui->pushButton_tool, ui->pushButton_setup})
-        button->setEnabled(false); // these pages do not exist yet
 }
 
 void MainWindow::startClock()
@@ -91,6 +96,7 @@ void MainWindow::startClock()
 void MainWindow::connectPages()
 {
     connect(this, &MainWindow::sigUDiskChange, fileForm(), &FileForm::uDiskChange);
+    connect(this, &MainWindow::sigUDiskChange, toolForm(), &ToolForm::uDiskChange);
     connect(this, &MainWindow::sigUDiskChange, addFileForm(), &AddFileForm::uDiskChange);
     connect(fileForm(), &FileForm::showWidgetInStacked, this, &MainWindow::showWidgetInStacked);
     connect(addFileForm(), &AddFileForm::showWidgetInStacked, this, &MainWindow::showWidgetInStacked);
@@ -141,6 +147,12 @@ void MainWindow::showWidgetInStacked(QWidget *page)
     update();
 }
 
+void MainWindow::showKeyBoard(int, int)
+{
+    m_keyboard->move(0, height() - m_keyboard->height());
+    m_keyboard->raise();
+}
+
 void MainWindow::choose(QToolButton *button, QWidget *page)
 {
     button->setChecked(true);
@@ -160,6 +172,16 @@ void MainWindow::on_pushButton_fileList_clicked()
 void MainWindow::on_pushButton_material_clicked()
 {
     choose(ui->pushButton_material, materialForm());
+}
+
+void MainWindow::on_pushButton_tool_clicked()
+{
+    choose(ui->pushButton_tool, toolForm());
+}
+
+void MainWindow::on_pushButton_setup_clicked()
+{
+    choose(ui->pushButton_setup, setupForm());
 }
 
 void MainWindow::closeEvent(QCloseEvent *)

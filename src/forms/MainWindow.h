@@ -12,6 +12,10 @@ namespace Ui
 class MainWindow;
 }
 class QToolButton;
+namespace Tactil
+{
+class Keyboard;
+}
 
 /// Its construction builds the pages and starts the remote link and the background service. GUI thread.
 class MainWindow : public QMainWindow, public IMsgForm
@@ -27,9 +31,13 @@ public:
 public slots:
     /// Puts a page into the container in place of the one that is there.
     void showWidgetInStacked(QWidget *page);
+    /// Brings the keyboard up along the window's lower edge. Both arguments are without effect.
+    void showKeyBoard(int x, int y);
     void on_pushButton_home_clicked();
     void on_pushButton_fileList_clicked();
     void on_pushButton_material_clicked();
+    void on_pushButton_tool_clicked();
+    void on_pushButton_setup_clicked();
 
 signals:
     /// The letter's code of a disk that came, 0xFF when one went.
@@ -48,6 +56,7 @@ private:
     void choose(QToolButton *button, QWidget *page);
 
     std::unique_ptr<Ui::MainWindow> ui;
+    Tactil::Keyboard *m_keyboard = nullptr; ///< a child as large as its keys need
     VolumeWatcher m_volumes;
 };
 

@@ -1,0 +1,6 @@
+#include "keyboard/Keyboard.h"
+
+namespace Tactil
+{
+Keyboard::Keyboard(QWidget *parent) : QWidget(parent) {}
+} // namespace Tactil
