@@ -2,7 +2,7 @@
 // Network adapters of this computer.
 
 #include <QList>
-#include <QString>
+#include <QStringList>
 
 struct AdapterInfo {
     QString name;        ///< the system's name of the adapter
@@ -12,7 +12,14 @@ struct AdapterInfo {
     QString mask;
     QString gateway;
     bool up = false;
+    bool dhcp = false;                      ///< the address was lent by a DHCP server
+    QStringList addresses = {};             ///< every IPv4 address, `ip` first
+    QString type = QStringLiteral("OTHER"); ///< "ETHERNET", "FDDI" or "OTHER"
 };
 
 /// All adapters but loopback, in the system's order. Any thread.
 QList<AdapterInfo> adapters();
+
+/// The adapter that the machine's pages show: the first whose description holds "PCIe" or "Intel(R)". One
+/// without a name when there is none.
+AdapterInfo firstWiredAdapter(const QList<AdapterInfo> &all);

@@ -47,6 +47,20 @@ QString gateway(const QString &adapter)
     return QString();
 }
 
+struct TypeName {
+    QNetworkInterface::InterfaceType type;
+    const char *name;
+};
+constexpr TypeName typeNames[] = {{QNetworkInterface::Ethernet, "ETHERNET"},
+                                  {QNetworkInterface::Fddi, "FDDI"}};
+
+/// Whoever sets a lent address, whichever program asked for it, gives the kernel the lease's end with it; an
+/// address that was set by hand has none.
+bool isLent(const QNetworkAddressEntry &entry)
+{
+    return entry.isLifetimeKnown() && !entry.isPermanent();
+}
+
 AdapterInfo adapterInfo(const QNetworkInterface &interface)
 {
     AdapterInfo info;
@@ -56,11 +70,18 @@ AdapterInfo adapterInfo(const QNetworkInterface &interface)
     info.gateway = gateway(info.name);
     info.up = interface.flags().testFlag(QNetworkInterface::IsRunning);
     for (const QNetworkAddressEntry &entry : interface.addressEntries()) {
-        if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol) {
+        if (entry.ip().protocol() != QAbstractSocket::IPv4Protocol)
+            continue;
+        if (info.addresses.isEmpty()) {
             info.ip = entry.ip().toString();
             info.mask = entry.netmask().toString();
-            break;
+            info.dhcp = isLent(entry);
         }
+        info.addresses << entry.ip().toString();
+    }
+    for (const TypeName &type : typeNames) {
+        if (interface.type() == type.type)
+            info.type = QLatin1String(type.name);
     }
     return info;
 }
