@@ -36,6 +36,72 @@
     </message>
 </context>
 <context>
+    <name>DebugForm</name>
+    <message>
+        <source>诊断</source>
+        <translation>Diagnosis</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+</context>
+<context>
+    <name>EmailForm</name>
+    <message>
+        <source>电子邮箱通知</source>
+        <translation>E-mail notices</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>邮件服务器</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>发件人</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>密码</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>使用SSL/TLS加密</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>收件人</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>蜡材容量</source>
+        <translation>Wax amount</translation>
+    </message>
+    <message>
+        <source>打印开始/停止</source>
+        <translation>Print start/stop</translation>
+    </message>
+    <message>
+        <source>设备异常</source>
+        <translation>Machine faults</translation>
+    </message>
+    <message>
+        <source>设备维护</source>
+        <translation>Maintenance</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>应用</source>
+        <translation>Apply</translation>
+    </message>
+</context>
+<context>
     <name>EventHandler</name>
     <message>
         <source>该事件未发生</source>
@@ -436,6 +502,71 @@
     </message>
 </context>
 <context>
+    <name>JobNeeds</name>
+    <message>
+        <source>等待任务需要</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>缺 %1 g</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 个未知</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>够</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LayerPicture</name>
+    <message>
+        <source>第 %1 层</source>
+        <translation>Layer %1</translation>
+    </message>
+</context>
+<context>
+    <name>MachineForm</name>
+    <message>
+        <source>打印机信息</source>
+        <translation>Printer information</translation>
+    </message>
+    <message>
+        <source>打印机型号</source>
+        <translation>Printer model</translation>
+    </message>
+    <message>
+        <source>固件版本</source>
+        <translation>Firmware version</translation>
+    </message>
+    <message>
+        <source>固件更新时间</source>
+        <translation>Firmware update time</translation>
+    </message>
+    <message>
+        <source>设备序列号</source>
+        <translation>Machine serial number</translation>
+    </message>
+    <message>
+        <source>MAC地址</source>
+        <translation>MAC address</translation>
+    </message>
+    <message>
+        <source>Hib版本</source>
+        <translation>Hib version</translation>
+    </message>
+    <message>
+        <source>切片版本</source>
+        <translation>Slicer version</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>产品型号：</source>
@@ -468,6 +599,97 @@
     <message>
         <source>供墨</source>
         <translation>Ink feeding</translation>
+    </message>
+</context>
+<context>
+    <name>MaintainForm</name>
+    <message>
+        <source>操作人员维护</source>
+        <translation>Operator maintenance</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>清洁顶部风扇过滤棉</source>
+        <translation>Clean the top fan filter</translation>
+    </message>
+    <message>
+        <source>清洁初效过滤器</source>
+        <translation>Clean the primary filter</translation>
+    </message>
+    <message>
+        <source>清洁外表面</source>
+        <translation>Clean the outer surfaces</translation>
+    </message>
+    <message>
+        <source>清洁喷车底板非喷头安装区域</source>
+        <translation>Clean the carriage base outside the head mounts</translation>
+    </message>
+    <message>
+        <source>清洁Y梁底面</source>
+        <translation>Clean the underside of the Y beam</translation>
+    </message>
+    <message>
+        <source>滚筒吸粉管道除粉</source>
+        <translation>Clear powder from the roller suction pipe</translation>
+    </message>
+    <message>
+        <source>清洁墨站刮刀</source>
+        <translation>Clean the ink station scraper</translation>
+    </message>
+    <message>
+        <source>清洁整平棍及整平棍刮刀表面</source>
+        <translation>Clean the leveller roller and its scraper</translation>
+    </message>
+    <message>
+        <source>更换初效过滤器</source>
+        <translation>Replace the primary filter</translation>
+    </message>
+    <message>
+        <source>X轴导轨上油</source>
+        <translation>Oil the X rail</translation>
+    </message>
+    <message>
+        <source>Y轴导轨和电机丝杆上油</source>
+        <translation>Oil the Y rail and motor screw</translation>
+    </message>
+    <message>
+        <source>Z轴导轨和电机丝杆上油</source>
+        <translation>Oil the Z rail and motor screw</translation>
+    </message>
+    <message>
+        <source>正常</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>到期</source>
+        <translation>Due</translation>
+    </message>
+    <message>
+        <source>超期</source>
+        <translation>Overdue</translation>
+    </message>
+    <message>
+        <source>维护项目</source>
+        <translation>Maintenance item</translation>
+    </message>
+    <message>
+        <source>剩余</source>
+        <translation>Left</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>当前维护循环</source>
+        <translation>Current maintenance cycle</translation>
+    </message>
+    <message>
+        <source>维护是否完成?</source>
+        <translation>Is the maintenance done?</translation>
     </message>
 </context>
 <context>
@@ -581,10 +803,99 @@
     </message>
 </context>
 <context>
+    <name>NetForm</name>
+    <message>
+        <source>网络配置</source>
+        <translation>Network setup</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Setup</translation>
+    </message>
+    <message>
+        <source>自动获取地址 (DHCP)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>IP地址</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>子网掩码</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>默认网关</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PrintInfoForm</name>
+    <message>
+        <source>模型详情</source>
+        <translation>Model details</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+</context>
+<context>
     <name>PrintService</name>
     <message>
         <source> 切片中请稍后 %1.%2..(%3)</source>
         <translation> Slicing, please wait %1.%2..(%3)</translation>
+    </message>
+    <message>
+        <source>打印开始</source>
+        <translation>Print started</translation>
+    </message>
+</context>
+<context>
+    <name>SetupForm</name>
+    <message>
+        <source>设置</source>
+        <translation>Setup</translation>
+    </message>
+    <message>
+        <source>网络</source>
+        <translation>Network</translation>
+    </message>
+    <message>
+        <source>电子邮箱</source>
+        <translation>E-mail</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>中文</source>
+        <translation>中文</translation>
+    </message>
+    <message>
+        <source>英语</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>土耳其语</source>
+        <translation>Türkçe</translation>
+    </message>
+    <message>
+        <source>法语</source>
+        <translation>Français</translation>
+    </message>
+    <message>
+        <source>韩语</source>
+        <translation>한국어</translation>
     </message>
 </context>
 <context>
@@ -596,6 +907,142 @@
     <message>
         <source>请确保切片软件版本大于V1.3.2</source>
         <translation>Please make sure that the slicer version is above V1.3.2</translation>
+    </message>
+</context>
+<context>
+    <name>ToolForm</name>
+    <message>
+        <source>工具</source>
+        <translation>Tools</translation>
+    </message>
+    <message>
+        <source>打印机信息</source>
+        <translation>Printer information</translation>
+    </message>
+    <message>
+        <source>客户使用情况</source>
+        <translation>Usage</translation>
+    </message>
+    <message>
+        <source>诊断</source>
+        <translation>Diagnosis</translation>
+    </message>
+    <message>
+        <source>操作人员维护</source>
+        <translation>Operator maintenance</translation>
+    </message>
+    <message>
+        <source>保存日志</source>
+        <translation>Save logs</translation>
+    </message>
+    <message>
+        <source>U盘更新</source>
+        <translation>Update from USB</translation>
+    </message>
+    <message>
+        <source>电源选项</source>
+        <translation>Power options</translation>
+    </message>
+    <message>
+        <source>曲线</source>
+        <translation>Trends</translation>
+    </message>
+    <message>
+        <source>插入U盘后可以保存日志和更新</source>
+        <translation>Insert a USB disk to save logs or update</translation>
+    </message>
+    <message>
+        <source>日志没有全部保存</source>
+        <translation>Not all logs could be saved</translation>
+    </message>
+    <message>
+        <source>已保存 %1 个日志文件</source>
+        <translation>%1 log files saved</translation>
+    </message>
+    <message>
+        <source>是否立即重启完成升级?</source>
+        <translation>Restart now to finish the update?</translation>
+    </message>
+    <message>
+        <source>是否关机，请确认，如果进入关机流程，只能断电重启</source>
+        <translation>Shut down? Please confirm: once the shutdown has begun, the machine starts again only after the mains are switched off and on</translation>
+    </message>
+    <message>
+        <source>请关闭电源</source>
+        <translation>Please switch off the mains</translation>
+    </message>
+    <message>
+        <source>关机中,请稍后...</source>
+        <translation>Shutting down, please wait...</translation>
+    </message>
+</context>
+<context>
+    <name>TrendForm</name>
+    <message>
+        <source>曲线</source>
+        <translation>Trends</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+</context>
+<context>
+    <name>UserInfoForm</name>
+    <message>
+        <source>客户使用情况</source>
+        <translation>Usage</translation>
+    </message>
+    <message>
+        <source>打印机总时间</source>
+        <translation>Printer total time</translation>
+    </message>
+    <message>
+        <source>打印总时间</source>
+        <translation>Total print time</translation>
+    </message>
+    <message>
+        <source>连续运行时间</source>
+        <translation>Continuous run time</translation>
+    </message>
+    <message>
+        <source>使用总结构材料</source>
+        <translation>Structure wax used</translation>
+    </message>
+    <message>
+        <source>使用总支撑材料</source>
+        <translation>Support wax used</translation>
+    </message>
+    <message>
+        <source>图层已打印</source>
+        <translation>Layers printed</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+</context>
+<context>
+    <name>WarningForm</name>
+    <message>
+        <source>警告</source>
+        <translation>Warnings</translation>
+    </message>
+    <message>
+        <source>当前没有警告</source>
+        <translation>There are no warnings</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>错误代码</source>
+        <translation>Error code</translation>
+    </message>
+    <message>
+        <source>事件内容</source>
+        <translation>Event</translation>
     </message>
 </context>
 </TS>

@@ -1,26 +1,52 @@
 #!/bin/bash
-# Every text that the program shows has its English, with the same place holders.
-# Usage: translation.sh TRANSLATION.ts SOURCE_FOLDER LUPDATE
+# Every text that the program shows stands in every language, with its place holders, breaks, tags and blanks.
+# Usage: translation.sh FOLDER_OF_TRANSLATIONS UPDATE_SCRIPT
 set -u
-ts=${1:?translation} sources=${2:?source folder} lupdate=${3:?lupdate}
+folder=${1:?folder of translations} update=${2:?update script}
 
-perl -CSDA -0777 -ne '
-    sub holders { join " ", sort $_[0] =~ /%\d+/g }
-    my ($count, $bad) = (0, 0);
-    while (m{<source>(.*?)</source>.*?<translation(.*?)>(.*?)</translation>}gs) {
-        my ($text, $kind, $english) = ($1, $2, $3);
+perl -CSDA -Mutf8 - "$folder" <<'PERL' || exit 1
+my ($folder, $bad, %english) = (shift, 0);
+my %letters = (Chinese => qr/\p{Han}/, Turkish => qr/[ğışİ]/, French => qr/[éèà]/, Korean => qr/\p{Hangul}/);
+my $own_name = qr/^(中文|韩语)$/; # the language buttons: each language in its own letters
+sub fail { print "@_\n"; ++$bad }
+# what a text must keep, whatever its language
+sub frame {
+    my $text = shift;
+    my ($before) = $text =~ /^(\s*)/;
+    my ($after) = $text =~ /(\s|：)?$/; # the wide colon holds its blank
+    join "|", sort($text =~ /%[\dnL]+|&lt;\/?[a-z]+|&quot;\w+&quot;\s*:|\n/g), "$before.", defined $after ? "blank" : "";
+}
+sub wrong {
+    my ($language, $text, $kind, $told) = @_;
+    return "not translated" if $kind ne "" || $told !~ /\S/;
+    return "differs" if frame($text) ne frame($told);
+    return $text eq $told ? "" : "not its source" if $language eq "Chinese";
+    return "" if $text =~ $own_name;
+    return $told =~ /\p{Han}/ || ($language ne "Korean" && $told =~ /\p{Hangul}/) ? "wrong letters" : "";
+}
+for my $language (qw(Chinese English Turkish French Korean)) {
+    open my $file, "<", "$folder/$language.ts" or fail("no $language") and next;
+    my $all = join "", <$file>;
+    my ($count, $own, $same) = (0, 0, 0);
+    for my $message ($all =~ m{<message.*?>(.*?)</message>}gs) {
+        my ($text, $kind, $told) = $message =~ m{<source>(.*?)</source>.*<translation(.*?)>(.*)</translation>}s;
+        my $fault = wrong($language, $text, $kind, $told);
+        fail("$language: $fault: $text -> $told") if $fault;
         ++$count;
-        next if $kind eq "" && $english =~ /\S/ && $english !~ /\p{Han}/ && holders($text) eq holders($english);
-        print "not translated: $text\n";
-        ++$bad;
+        $english{$text} = $told if $language eq "English";
+        ++$same if $told eq ($english{$text} // "");
+        ++$own if $language ne "English" && $told =~ $letters{$language};
     }
-    print "$count texts\n";
-    exit($bad || $count < 100 ? 1 : 0)' "$ts" || exit 1
+    fail("$language: only $count texts") if $count < 180;
+    next if $language eq "English";
+    fail("$language: only $own of $count texts in its letters") if $own < $count * ($language =~ /n$/ ? 0.9 : 0.3);
+    fail("$language: $same of $count texts are English") if $same > $count * 0.1;
+}
+exit($bad ? 1 : 0);
+PERL
 
-# lupdate on a copy finds nothing new and nothing that is no longer there
-copy=$(mktemp --suffix=.ts)
-trap 'rm -f "$copy"' EXIT
-cp "$ts" "$copy"
-"$lupdate" -silent -locations none -no-ui-lines -no-obsolete -source-language zh_CN -target-language en \
-    "$sources" -ts "$copy" || exit 1
-diff "$ts" "$copy"
+# brought up to date, a copy stays what it was: nothing is new, nothing has gone
+copy=$(mktemp -d)
+trap 'rm -rf "$copy"' EXIT
+cp "$folder"/*.ts "$copy"
+"$update" "$copy" && diff "$folder" "$copy" -x '[!A-Z]*' -x 'CMake*' -x '*.md'

@@ -1,0 +1,1048 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="zh_CN">
+<context>
+    <name>AddFileForm</name>
+    <message>
+        <source>添加文件</source>
+        <translation>添加文件</translation>
+    </message>
+    <message>
+        <source>点选要添加到打印队列的文件</source>
+        <translation>点选要添加到打印队列的文件</translation>
+    </message>
+    <message>
+        <source>U盘中没有模型文件</source>
+        <translation>U盘中没有模型文件</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>添加</translation>
+    </message>
+</context>
+<context>
+    <name>BackgroundService</name>
+    <message>
+        <source>设置喷头参数异常，请重启</source>
+        <translation>设置喷头参数异常，请重启</translation>
+    </message>
+    <message>
+        <source>检测到喷头异常(%1)，请尝试断电重启(检查 喷头控制板连接)</source>
+        <translation>检测到喷头异常(%1)，请尝试断电重启(检查 喷头控制板连接)</translation>
+    </message>
+</context>
+<context>
+    <name>DebugForm</name>
+    <message>
+        <source>诊断</source>
+        <translation>诊断</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+</context>
+<context>
+    <name>EmailForm</name>
+    <message>
+        <source>电子邮箱通知</source>
+        <translation>电子邮箱通知</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>邮件服务器</source>
+        <translation>邮件服务器</translation>
+    </message>
+    <message>
+        <source>发件人</source>
+        <translation>发件人</translation>
+    </message>
+    <message>
+        <source>密码</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>使用SSL/TLS加密</source>
+        <translation>使用SSL/TLS加密</translation>
+    </message>
+    <message>
+        <source>收件人</source>
+        <translation>收件人</translation>
+    </message>
+    <message>
+        <source>蜡材容量</source>
+        <translation>蜡材容量</translation>
+    </message>
+    <message>
+        <source>打印开始/停止</source>
+        <translation>打印开始/停止</translation>
+    </message>
+    <message>
+        <source>设备异常</source>
+        <translation>设备异常</translation>
+    </message>
+    <message>
+        <source>设备维护</source>
+        <translation>设备维护</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>应用</source>
+        <translation>应用</translation>
+    </message>
+</context>
+<context>
+    <name>EventHandler</name>
+    <message>
+        <source>该事件未发生</source>
+        <translation>该事件未发生</translation>
+    </message>
+    <message>
+        <source>首次发生时间: </source>
+        <translation>首次发生时间: </translation>
+    </message>
+    <message>
+        <source>发生次数: %1</source>
+        <translation>发生次数: %1</translation>
+    </message>
+    <message>
+        <source>事件: %1</source>
+        <translation>事件: %1</translation>
+    </message>
+    <message>
+        <source> (当前值%1&gt;设定值%2) </source>
+        <translation> (当前值%1&gt;设定值%2) </translation>
+    </message>
+    <message>
+        <source> (当前值%1&lt;设定值%2) </source>
+        <translation> (当前值%1&lt;设定值%2) </translation>
+    </message>
+    <message>
+        <source>success</source>
+        <translation>success</translation>
+    </message>
+    <message>
+        <source>喷头%1液位异常，请断电重启</source>
+        <translation>喷头%1液位异常，请断电重启</translation>
+    </message>
+    <message>
+        <source>CAN 异常-%1 </source>
+        <translation>CAN 异常-%1 </translation>
+    </message>
+    <message>
+        <source>更新第%1个墨瓶</source>
+        <translation>更新第%1个墨瓶</translation>
+    </message>
+    <message>
+        <source>墨瓶%1放错位置</source>
+        <translation>墨瓶%1放错位置</translation>
+    </message>
+    <message>
+        <source>卡片读取失败%1</source>
+        <translation>卡片读取失败%1</translation>
+    </message>
+    <message>
+        <source>卡片写入失败%1</source>
+        <translation>卡片写入失败%1</translation>
+    </message>
+    <message>
+        <source>整平棍异常 当前转速%1</source>
+        <translation>整平棍异常 当前转速%1</translation>
+    </message>
+    <message>
+        <source>请关闭墨箱门，否则无法供墨</source>
+        <translation>请关闭墨箱门，否则无法供墨</translation>
+    </message>
+    <message>
+        <source>墨栈光电状态异常</source>
+        <translation>墨栈光电状态异常</translation>
+    </message>
+    <message>
+        <source>气压恢复中(%1,%2,%3)</source>
+        <translation>气压恢复中(%1,%2,%3)</translation>
+    </message>
+    <message>
+        <source>此模型(%1)不适用于当前机器(%2),是否继续打印</source>
+        <translation>此模型(%1)不适用于当前机器(%2),是否继续打印</translation>
+    </message>
+    <message>
+        <source>请稍后，加热中(保温-&gt;打印)</source>
+        <translation>请稍后，加热中(保温-&gt;打印)</translation>
+    </message>
+    <message>
+        <source>整平棍转速异常</source>
+        <translation>整平棍转速异常</translation>
+    </message>
+    <message>
+        <source>停止打印</source>
+        <translation>停止打印</translation>
+    </message>
+    <message>
+        <source>打印超时</source>
+        <translation>打印超时</translation>
+    </message>
+    <message>
+        <source>COM%1串口打开失败，请重启</source>
+        <translation>COM%1串口打开失败，请重启</translation>
+    </message>
+    <message>
+        <source>配置文件丢失</source>
+        <translation>配置文件丢失</translation>
+    </message>
+    <message>
+        <source>打印完成</source>
+        <translation>打印完成</translation>
+    </message>
+    <message>
+        <source>打印失败</source>
+        <translation>打印失败</translation>
+    </message>
+    <message>
+        <source>结构墨瓶空</source>
+        <translation>结构墨瓶空</translation>
+    </message>
+    <message>
+        <source>支撑墨瓶空</source>
+        <translation>支撑墨瓶空</translation>
+    </message>
+    <message>
+        <source>未检测到升级文件</source>
+        <translation>未检测到升级文件</translation>
+    </message>
+    <message>
+        <source>X 轴停止运动超时</source>
+        <translation>X 轴停止运动超时</translation>
+    </message>
+    <message>
+        <source>Y 轴停止运动超时</source>
+        <translation>Y 轴停止运动超时</translation>
+    </message>
+    <message>
+        <source>Z 轴停止运动超时</source>
+        <translation>Z 轴停止运动超时</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度1</source>
+        <translation>支撑墨管温度1</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度2</source>
+        <translation>支撑墨管温度2</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度3</source>
+        <translation>支撑墨管温度3</translation>
+    </message>
+    <message>
+        <source>结构墨管温度1</source>
+        <translation>结构墨管温度1</translation>
+    </message>
+    <message>
+        <source>结构墨管温度2</source>
+        <translation>结构墨管温度2</translation>
+    </message>
+    <message>
+        <source>结构墨管温度3</source>
+        <translation>结构墨管温度3</translation>
+    </message>
+    <message>
+        <source>结构阀岛温度1</source>
+        <translation>结构阀岛温度1</translation>
+    </message>
+    <message>
+        <source>结构阀岛温度2</source>
+        <translation>结构阀岛温度2</translation>
+    </message>
+    <message>
+        <source>结构料桶温度1</source>
+        <translation>结构料桶温度1</translation>
+    </message>
+    <message>
+        <source>结构料桶温度2</source>
+        <translation>结构料桶温度2</translation>
+    </message>
+    <message>
+        <source>结构墨管输出控制阀温度</source>
+        <translation>结构墨管输出控制阀温度</translation>
+    </message>
+    <message>
+        <source>支撑阀岛温度1</source>
+        <translation>支撑阀岛温度1</translation>
+    </message>
+    <message>
+        <source>支撑阀岛温度2</source>
+        <translation>支撑阀岛温度2</translation>
+    </message>
+    <message>
+        <source>支撑料桶温度1</source>
+        <translation>支撑料桶温度1</translation>
+    </message>
+    <message>
+        <source>支撑料桶温度2</source>
+        <translation>支撑料桶温度2</translation>
+    </message>
+    <message>
+        <source>支撑墨管输出控制阀温度</source>
+        <translation>支撑墨管输出控制阀温度</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度1</source>
+        <translation>喷头黄铜温度1</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度2</source>
+        <translation>喷头黄铜温度2</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度3</source>
+        <translation>喷头黄铜温度3</translation>
+    </message>
+    <message>
+        <source>整平辊温度</source>
+        <translation>整平辊温度</translation>
+    </message>
+    <message>
+        <source>整平刮刀温度</source>
+        <translation>整平刮刀温度</translation>
+    </message>
+    <message>
+        <source>整平腔废墨出口温度</source>
+        <translation>整平腔废墨出口温度</translation>
+    </message>
+    <message>
+        <source>废墨管温度</source>
+        <translation>废墨管温度</translation>
+    </message>
+    <message>
+        <source>喷头温度1</source>
+        <translation>喷头温度1</translation>
+    </message>
+    <message>
+        <source>喷头温度2</source>
+        <translation>喷头温度2</translation>
+    </message>
+    <message>
+        <source>喷头温度3</source>
+        <translation>喷头温度3</translation>
+    </message>
+    <message>
+        <source>结构阀岛供墨失败</source>
+        <translation>结构阀岛供墨失败</translation>
+    </message>
+    <message>
+        <source>支撑阀岛供墨失败</source>
+        <translation>支撑阀岛供墨失败</translation>
+    </message>
+    <message>
+        <source>喷头供墨异常</source>
+        <translation>喷头供墨异常</translation>
+    </message>
+    <message>
+        <source>日常维护项目已过期,请打开维护页面查询!</source>
+        <translation>日常维护项目已过期,请打开维护页面查询!</translation>
+    </message>
+</context>
+<context>
+    <name>FileForm</name>
+    <message>
+        <source>打印队列</source>
+        <translation>打印队列</translation>
+    </message>
+    <message>
+        <source>等待打印</source>
+        <translation>等待打印</translation>
+    </message>
+    <message>
+        <source>已完成</source>
+        <translation>已完成</translation>
+    </message>
+    <message>
+        <source>已中止</source>
+        <translation>已中止</translation>
+    </message>
+    <message>
+        <source>重打</source>
+        <translation>重打</translation>
+    </message>
+    <message>
+        <source>U盘添加</source>
+        <translation>U盘添加</translation>
+    </message>
+    <message>
+        <source>文件拷贝中</source>
+        <translation>文件拷贝中</translation>
+    </message>
+    <message>
+        <source>从 %1 到 %2</source>
+        <translation>从 %1 到 %2</translation>
+    </message>
+</context>
+<context>
+    <name>FirmwareUpdate</name>
+    <message>
+        <source>准备升级，请稍后</source>
+        <translation>准备升级，请稍后</translation>
+    </message>
+    <message>
+        <source>模式切换错误，升级失败(%1!=%2)</source>
+        <translation>模式切换错误，升级失败(%1!=%2)</translation>
+    </message>
+    <message>
+        <source>升级模式切换错误，升级失败,请断电重启(%1 != %2)</source>
+        <translation>升级模式切换错误，升级失败,请断电重启(%1 != %2)</translation>
+    </message>
+    <message>
+        <source>数据发送错误，升级失败重启后将重新升级</source>
+        <translation>数据发送错误，升级失败重启后将重新升级</translation>
+    </message>
+    <message>
+        <source>%1#电路板升级中</source>
+        <translation>%1#电路板升级中</translation>
+    </message>
+    <message>
+        <source>所有电路升级完成,请断电重启</source>
+        <translation>所有电路升级完成,请断电重启</translation>
+    </message>
+</context>
+<context>
+    <name>HomeForm</name>
+    <message>
+        <source>预热中... ...</source>
+        <translation>预热中... ...</translation>
+    </message>
+    <message>
+        <source>进       度</source>
+        <translation>进       度</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>请选择打印文件</translation>
+    </message>
+    <message>
+        <source>剩余时间</source>
+        <translation>剩余时间</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>结构材料</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>支撑材料</translation>
+    </message>
+    <message>
+        <source>开始打印时间</source>
+        <translation>开始打印时间</translation>
+    </message>
+    <message>
+        <source>预计完成时间</source>
+        <translation>预计完成时间</translation>
+    </message>
+    <message>
+        <source>中止</source>
+        <translation>中止</translation>
+    </message>
+    <message>
+        <source>前门</source>
+        <translation>前门</translation>
+    </message>
+    <message>
+        <source>请移动到 非系统磁盘</source>
+        <translation>请移动到 非系统磁盘</translation>
+    </message>
+    <message>
+        <source>磁盘空间不足，总共: %1GB,已用: %2 GB 请及时清理模型</source>
+        <translation>磁盘空间不足，总共: %1GB,已用: %2 GB 请及时清理模型</translation>
+    </message>
+    <message>
+        <source>暂停</source>
+        <translation>暂停</translation>
+    </message>
+    <message>
+        <source>继续</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>开始打印</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>平台未放好</translation>
+    </message>
+    <message>
+        <source>平台是否为空?</source>
+        <translation>平台是否为空?</translation>
+    </message>
+    <message>
+        <source>清空废料箱</source>
+        <translation>清空废料箱</translation>
+    </message>
+    <message>
+        <source>是否中止打印</source>
+        <translation>是否中止打印</translation>
+    </message>
+    <message>
+        <source>打印中... ...</source>
+        <translation>打印中... ...</translation>
+    </message>
+    <message>
+        <source>保温中... ...</source>
+        <translation>保温中... ...</translation>
+    </message>
+</context>
+<context>
+    <name>JobNeeds</name>
+    <message>
+        <source>等待任务需要</source>
+        <translation>等待任务需要</translation>
+    </message>
+    <message>
+        <source>缺 %1 g</source>
+        <translation>缺 %1 g</translation>
+    </message>
+    <message>
+        <source>%1 个未知</source>
+        <translation>%1 个未知</translation>
+    </message>
+    <message>
+        <source>够</source>
+        <translation>够</translation>
+    </message>
+</context>
+<context>
+    <name>LayerPicture</name>
+    <message>
+        <source>第 %1 层</source>
+        <translation>第 %1 层</translation>
+    </message>
+</context>
+<context>
+    <name>MachineForm</name>
+    <message>
+        <source>打印机信息</source>
+        <translation>打印机信息</translation>
+    </message>
+    <message>
+        <source>打印机型号</source>
+        <translation>打印机型号</translation>
+    </message>
+    <message>
+        <source>固件版本</source>
+        <translation>固件版本</translation>
+    </message>
+    <message>
+        <source>固件更新时间</source>
+        <translation>固件更新时间</translation>
+    </message>
+    <message>
+        <source>设备序列号</source>
+        <translation>设备序列号</translation>
+    </message>
+    <message>
+        <source>MAC地址</source>
+        <translation>MAC地址</translation>
+    </message>
+    <message>
+        <source>Hib版本</source>
+        <translation>Hib版本</translation>
+    </message>
+    <message>
+        <source>切片版本</source>
+        <translation>切片版本</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>产品型号：</source>
+        <translation>产品型号：</translation>
+    </message>
+    <message>
+        <source>主页</source>
+        <translation>主页</translation>
+    </message>
+    <message>
+        <source>队列</source>
+        <translation>队列</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>材料</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>工具</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>温度</translation>
+    </message>
+    <message>
+        <source>供墨</source>
+        <translation>供墨</translation>
+    </message>
+</context>
+<context>
+    <name>MaintainForm</name>
+    <message>
+        <source>操作人员维护</source>
+        <translation>操作人员维护</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>清洁顶部风扇过滤棉</source>
+        <translation>清洁顶部风扇过滤棉</translation>
+    </message>
+    <message>
+        <source>清洁初效过滤器</source>
+        <translation>清洁初效过滤器</translation>
+    </message>
+    <message>
+        <source>清洁外表面</source>
+        <translation>清洁外表面</translation>
+    </message>
+    <message>
+        <source>清洁喷车底板非喷头安装区域</source>
+        <translation>清洁喷车底板非喷头安装区域</translation>
+    </message>
+    <message>
+        <source>清洁Y梁底面</source>
+        <translation>清洁Y梁底面</translation>
+    </message>
+    <message>
+        <source>滚筒吸粉管道除粉</source>
+        <translation>滚筒吸粉管道除粉</translation>
+    </message>
+    <message>
+        <source>清洁墨站刮刀</source>
+        <translation>清洁墨站刮刀</translation>
+    </message>
+    <message>
+        <source>清洁整平棍及整平棍刮刀表面</source>
+        <translation>清洁整平棍及整平棍刮刀表面</translation>
+    </message>
+    <message>
+        <source>更换初效过滤器</source>
+        <translation>更换初效过滤器</translation>
+    </message>
+    <message>
+        <source>X轴导轨上油</source>
+        <translation>X轴导轨上油</translation>
+    </message>
+    <message>
+        <source>Y轴导轨和电机丝杆上油</source>
+        <translation>Y轴导轨和电机丝杆上油</translation>
+    </message>
+    <message>
+        <source>Z轴导轨和电机丝杆上油</source>
+        <translation>Z轴导轨和电机丝杆上油</translation>
+    </message>
+    <message>
+        <source>正常</source>
+        <translation>正常</translation>
+    </message>
+    <message>
+        <source>到期</source>
+        <translation>到期</translation>
+    </message>
+    <message>
+        <source>超期</source>
+        <translation>超期</translation>
+    </message>
+    <message>
+        <source>维护项目</source>
+        <translation>维护项目</translation>
+    </message>
+    <message>
+        <source>剩余</source>
+        <translation>剩余</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>当前维护循环</source>
+        <translation>当前维护循环</translation>
+    </message>
+    <message>
+        <source>维护是否完成?</source>
+        <translation>维护是否完成?</translation>
+    </message>
+</context>
+<context>
+    <name>MaterialForm</name>
+    <message>
+        <source>材料</source>
+        <translation>材料</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>支撑材料</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>结构材料</translation>
+    </message>
+    <message>
+        <source>墨瓶 1</source>
+        <translation>墨瓶 1</translation>
+    </message>
+    <message>
+        <source>墨瓶 2</source>
+        <translation>墨瓶 2</translation>
+    </message>
+    <message>
+        <source>墨瓶 3</source>
+        <translation>墨瓶 3</translation>
+    </message>
+    <message>
+        <source>墨瓶 4</source>
+        <translation>墨瓶 4</translation>
+    </message>
+    <message>
+        <source>触摸墨瓶查看详情</source>
+        <translation>触摸墨瓶查看详情</translation>
+    </message>
+    <message>
+        <source>缺失</source>
+        <translation>缺失</translation>
+    </message>
+    <message>
+        <source>使用中</source>
+        <translation>使用中</translation>
+    </message>
+    <message>
+        <source>已安装</source>
+        <translation>已安装</translation>
+    </message>
+    <message>
+        <source>未安装</source>
+        <translation>未安装</translation>
+    </message>
+    <message>
+        <source>剩余重量</source>
+        <translation>剩余重量</translation>
+    </message>
+    <message>
+        <source>剩余比例</source>
+        <translation>剩余比例</translation>
+    </message>
+    <message>
+        <source>批号</source>
+        <translation>批号</translation>
+    </message>
+    <message>
+        <source>过期日期</source>
+        <translation>过期日期</translation>
+    </message>
+    <message>
+        <source>型号</source>
+        <translation>型号</translation>
+    </message>
+    <message>
+        <source>材料状态</source>
+        <translation>材料状态</translation>
+    </message>
+    <message>
+        <source>激活</source>
+        <translation>激活</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>MsgForm</name>
+    <message>
+        <source>否</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>错误</translation>
+    </message>
+</context>
+<context>
+    <name>NetForm</name>
+    <message>
+        <source>网络配置</source>
+        <translation>网络配置</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>自动获取地址 (DHCP)</source>
+        <translation>自动获取地址 (DHCP)</translation>
+    </message>
+    <message>
+        <source>IP地址</source>
+        <translation>IP地址</translation>
+    </message>
+    <message>
+        <source>子网掩码</source>
+        <translation>子网掩码</translation>
+    </message>
+    <message>
+        <source>默认网关</source>
+        <translation>默认网关</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>保存</translation>
+    </message>
+</context>
+<context>
+    <name>PrintInfoForm</name>
+    <message>
+        <source>模型详情</source>
+        <translation>模型详情</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+</context>
+<context>
+    <name>PrintService</name>
+    <message>
+        <source> 切片中请稍后 %1.%2..(%3)</source>
+        <translation> 切片中请稍后 %1.%2..(%3)</translation>
+    </message>
+    <message>
+        <source>打印开始</source>
+        <translation>打印开始</translation>
+    </message>
+</context>
+<context>
+    <name>SetupForm</name>
+    <message>
+        <source>设置</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>网络</source>
+        <translation>网络</translation>
+    </message>
+    <message>
+        <source>电子邮箱</source>
+        <translation>电子邮箱</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>中文</source>
+        <translation>中文</translation>
+    </message>
+    <message>
+        <source>英语</source>
+        <translation>英语</translation>
+    </message>
+    <message>
+        <source>土耳其语</source>
+        <translation>土耳其语</translation>
+    </message>
+    <message>
+        <source>法语</source>
+        <translation>法语</translation>
+    </message>
+    <message>
+        <source>韩语</source>
+        <translation>韩语</translation>
+    </message>
+</context>
+<context>
+    <name>StartCheck</name>
+    <message>
+        <source>更新完成请核对一下版本号，当前版本为</source>
+        <translation>更新完成请核对一下版本号，当前版本为</translation>
+    </message>
+    <message>
+        <source>请确保切片软件版本大于V1.3.2</source>
+        <translation>请确保切片软件版本大于V1.3.2</translation>
+    </message>
+</context>
+<context>
+    <name>ToolForm</name>
+    <message>
+        <source>工具</source>
+        <translation>工具</translation>
+    </message>
+    <message>
+        <source>打印机信息</source>
+        <translation>打印机信息</translation>
+    </message>
+    <message>
+        <source>客户使用情况</source>
+        <translation>客户使用情况</translation>
+    </message>
+    <message>
+        <source>诊断</source>
+        <translation>诊断</translation>
+    </message>
+    <message>
+        <source>操作人员维护</source>
+        <translation>操作人员维护</translation>
+    </message>
+    <message>
+        <source>保存日志</source>
+        <translation>保存日志</translation>
+    </message>
+    <message>
+        <source>U盘更新</source>
+        <translation>U盘更新</translation>
+    </message>
+    <message>
+        <source>电源选项</source>
+        <translation>电源选项</translation>
+    </message>
+    <message>
+        <source>曲线</source>
+        <translation>曲线</translation>
+    </message>
+    <message>
+        <source>插入U盘后可以保存日志和更新</source>
+        <translation>插入U盘后可以保存日志和更新</translation>
+    </message>
+    <message>
+        <source>日志没有全部保存</source>
+        <translation>日志没有全部保存</translation>
+    </message>
+    <message>
+        <source>已保存 %1 个日志文件</source>
+        <translation>已保存 %1 个日志文件</translation>
+    </message>
+    <message>
+        <source>是否立即重启完成升级?</source>
+        <translation>是否立即重启完成升级?</translation>
+    </message>
+    <message>
+        <source>是否关机，请确认，如果进入关机流程，只能断电重启</source>
+        <translation>是否关机，请确认，如果进入关机流程，只能断电重启</translation>
+    </message>
+    <message>
+        <source>请关闭电源</source>
+        <translation>请关闭电源</translation>
+    </message>
+    <message>
+        <source>关机中,请稍后...</source>
+        <translation>关机中,请稍后...</translation>
+    </message>
+</context>
+<context>
+    <name>TrendForm</name>
+    <message>
+        <source>曲线</source>
+        <translation>曲线</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+</context>
+<context>
+    <name>UserInfoForm</name>
+    <message>
+        <source>客户使用情况</source>
+        <translation>客户使用情况</translation>
+    </message>
+    <message>
+        <source>打印机总时间</source>
+        <translation>打印机总时间</translation>
+    </message>
+    <message>
+        <source>打印总时间</source>
+        <translation>打印总时间</translation>
+    </message>
+    <message>
+        <source>连续运行时间</source>
+        <translation>连续运行时间</translation>
+    </message>
+    <message>
+        <source>使用总结构材料</source>
+        <translation>使用总结构材料</translation>
+    </message>
+    <message>
+        <source>使用总支撑材料</source>
+        <translation>使用总支撑材料</translation>
+    </message>
+    <message>
+        <source>图层已打印</source>
+        <translation>图层已打印</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+</context>
+<context>
+    <name>WarningForm</name>
+    <message>
+        <source>警告</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>当前没有警告</source>
+        <translation>当前没有警告</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>错误代码</source>
+        <translation>错误代码</translation>
+    </message>
+    <message>
+        <source>事件内容</source>
+        <translation>事件内容</translation>
+    </message>
+</context>
+</TS>

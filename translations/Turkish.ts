@@ -1,0 +1,1048 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="tr_TR" sourcelanguage="zh_CN">
+<context>
+    <name>AddFileForm</name>
+    <message>
+        <source>添加文件</source>
+        <translation>Dosya ekle</translation>
+    </message>
+    <message>
+        <source>点选要添加到打印队列的文件</source>
+        <translation>Baskı kuyruğuna eklenecek dosyalara dokunun</translation>
+    </message>
+    <message>
+        <source>U盘中没有模型文件</source>
+        <translation>USB bellekte model dosyası yok</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Ekle</translation>
+    </message>
+</context>
+<context>
+    <name>BackgroundService</name>
+    <message>
+        <source>设置喷头参数异常，请重启</source>
+        <translation>Kafa parametreleri ayarlanamadı, lütfen yeniden başlatın</translation>
+    </message>
+    <message>
+        <source>检测到喷头异常(%1)，请尝试断电重启(检查 喷头控制板连接)</source>
+        <translation>Kafa arızası algılandı (%1), lütfen makineyi kapatıp açın (kafa kartı bağlantısını kontrol edin)</translation>
+    </message>
+</context>
+<context>
+    <name>DebugForm</name>
+    <message>
+        <source>诊断</source>
+        <translation>Tanılama</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+</context>
+<context>
+    <name>EmailForm</name>
+    <message>
+        <source>电子邮箱通知</source>
+        <translation>E-posta bildirimleri</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+    <message>
+        <source>邮件服务器</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>发件人</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>密码</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>使用SSL/TLS加密</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>收件人</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>蜡材容量</source>
+        <translation>Mum miktarı</translation>
+    </message>
+    <message>
+        <source>打印开始/停止</source>
+        <translation>Baskı başladı/durdu</translation>
+    </message>
+    <message>
+        <source>设备异常</source>
+        <translation>Makine arızaları</translation>
+    </message>
+    <message>
+        <source>设备维护</source>
+        <translation>Bakım</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Sıfırla</translation>
+    </message>
+    <message>
+        <source>应用</source>
+        <translation>Uygula</translation>
+    </message>
+</context>
+<context>
+    <name>EventHandler</name>
+    <message>
+        <source>该事件未发生</source>
+        <translation>Bu olay gerçekleşmedi</translation>
+    </message>
+    <message>
+        <source>首次发生时间: </source>
+        <translation>İlk oluşma zamanı: </translation>
+    </message>
+    <message>
+        <source>发生次数: %1</source>
+        <translation>Sayı: %1</translation>
+    </message>
+    <message>
+        <source>事件: %1</source>
+        <translation>Olay: %1</translation>
+    </message>
+    <message>
+        <source> (当前值%1&gt;设定值%2) </source>
+        <translation> (değer %1 &gt; ayar değeri %2) </translation>
+    </message>
+    <message>
+        <source> (当前值%1&lt;设定值%2) </source>
+        <translation> (değer %1 &lt; ayar değeri %2) </translation>
+    </message>
+    <message>
+        <source>success</source>
+        <translation>başarılı</translation>
+    </message>
+    <message>
+        <source>喷头%1液位异常，请断电重启</source>
+        <translation>Kafa %1 mürekkep seviyesi anormal, lütfen makineyi kapatıp açın</translation>
+    </message>
+    <message>
+        <source>CAN 异常-%1 </source>
+        <translation>CAN arızası - %1 </translation>
+    </message>
+    <message>
+        <source>更新第%1个墨瓶</source>
+        <translation>Şişe %1 değiştirildi</translation>
+    </message>
+    <message>
+        <source>墨瓶%1放错位置</source>
+        <translation>Şişe %1 yanlış yerde</translation>
+    </message>
+    <message>
+        <source>卡片读取失败%1</source>
+        <translation>Kart %1 okunamadı</translation>
+    </message>
+    <message>
+        <source>卡片写入失败%1</source>
+        <translation>Kart %1 yazılamadı</translation>
+    </message>
+    <message>
+        <source>整平棍异常 当前转速%1</source>
+        <translation>Düzleme silindiri arızası, şu anki hız %1</translation>
+    </message>
+    <message>
+        <source>请关闭墨箱门，否则无法供墨</source>
+        <translation>Lütfen mürekkep kutusunun kapağını kapatın, aksi hâlde mum beslenemez</translation>
+    </message>
+    <message>
+        <source>墨栈光电状态异常</source>
+        <translation>Mürekkep istasyonu ışık sensörü anormal</translation>
+    </message>
+    <message>
+        <source>气压恢复中(%1,%2,%3)</source>
+        <translation>Hava basıncı toparlanıyor (%1,%2,%3)</translation>
+    </message>
+    <message>
+        <source>此模型(%1)不适用于当前机器(%2),是否继续打印</source>
+        <translation>Bu model (%1) bu makineye (%2) uygun değil. Yine de basılsın mı?</translation>
+    </message>
+    <message>
+        <source>请稍后，加热中(保温-&gt;打印)</source>
+        <translation>Lütfen bekleyin, ısıtılıyor (sıcak tutma -&gt; baskı)</translation>
+    </message>
+    <message>
+        <source>整平棍转速异常</source>
+        <translation>Düzleme silindiri hızı anormal</translation>
+    </message>
+    <message>
+        <source>停止打印</source>
+        <translation>Baskı durduruldu</translation>
+    </message>
+    <message>
+        <source>打印超时</source>
+        <translation>Baskı zaman aşımına uğradı</translation>
+    </message>
+    <message>
+        <source>COM%1串口打开失败，请重启</source>
+        <translation>COM%1 seri portu açılamadı, lütfen yeniden başlatın</translation>
+    </message>
+    <message>
+        <source>配置文件丢失</source>
+        <translation>Yapılandırma dosyası kayıp</translation>
+    </message>
+    <message>
+        <source>打印完成</source>
+        <translation>Baskı tamamlandı</translation>
+    </message>
+    <message>
+        <source>打印失败</source>
+        <translation>Baskı başarısız</translation>
+    </message>
+    <message>
+        <source>结构墨瓶空</source>
+        <translation>Yapı şişesi boş</translation>
+    </message>
+    <message>
+        <source>支撑墨瓶空</source>
+        <translation>Destek şişesi boş</translation>
+    </message>
+    <message>
+        <source>未检测到升级文件</source>
+        <translation>Güncelleme dosyası bulunamadı</translation>
+    </message>
+    <message>
+        <source>X 轴停止运动超时</source>
+        <translation>X ekseni zamanında durmadı</translation>
+    </message>
+    <message>
+        <source>Y 轴停止运动超时</source>
+        <translation>Y ekseni zamanında durmadı</translation>
+    </message>
+    <message>
+        <source>Z 轴停止运动超时</source>
+        <translation>Z ekseni zamanında durmadı</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度1</source>
+        <translation>Destek mürekkep hortumu sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度2</source>
+        <translation>Destek mürekkep hortumu sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>支撑墨管温度3</source>
+        <translation>Destek mürekkep hortumu sıcaklığı 3</translation>
+    </message>
+    <message>
+        <source>结构墨管温度1</source>
+        <translation>Yapı mürekkep hortumu sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>结构墨管温度2</source>
+        <translation>Yapı mürekkep hortumu sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>结构墨管温度3</source>
+        <translation>Yapı mürekkep hortumu sıcaklığı 3</translation>
+    </message>
+    <message>
+        <source>结构阀岛温度1</source>
+        <translation>Yapı valf adası sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>结构阀岛温度2</source>
+        <translation>Yapı valf adası sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>结构料桶温度1</source>
+        <translation>Yapı haznesi sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>结构料桶温度2</source>
+        <translation>Yapı haznesi sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>结构墨管输出控制阀温度</source>
+        <translation>Yapı hortumu çıkış valfi sıcaklığı</translation>
+    </message>
+    <message>
+        <source>支撑阀岛温度1</source>
+        <translation>Destek valf adası sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>支撑阀岛温度2</source>
+        <translation>Destek valf adası sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>支撑料桶温度1</source>
+        <translation>Destek haznesi sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>支撑料桶温度2</source>
+        <translation>Destek haznesi sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>支撑墨管输出控制阀温度</source>
+        <translation>Destek hortumu çıkış valfi sıcaklığı</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度1</source>
+        <translation>Kafa pirinç gövde sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度2</source>
+        <translation>Kafa pirinç gövde sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>喷头黄铜温度3</source>
+        <translation>Kafa pirinç gövde sıcaklığı 3</translation>
+    </message>
+    <message>
+        <source>整平辊温度</source>
+        <translation>Düzleme silindiri sıcaklığı</translation>
+    </message>
+    <message>
+        <source>整平刮刀温度</source>
+        <translation>Düzleme sıyırıcısı sıcaklığı</translation>
+    </message>
+    <message>
+        <source>整平腔废墨出口温度</source>
+        <translation>Düzleme haznesi atık çıkışı sıcaklığı</translation>
+    </message>
+    <message>
+        <source>废墨管温度</source>
+        <translation>Atık hortumu sıcaklığı</translation>
+    </message>
+    <message>
+        <source>喷头温度1</source>
+        <translation>Kafa sıcaklığı 1</translation>
+    </message>
+    <message>
+        <source>喷头温度2</source>
+        <translation>Kafa sıcaklığı 2</translation>
+    </message>
+    <message>
+        <source>喷头温度3</source>
+        <translation>Kafa sıcaklığı 3</translation>
+    </message>
+    <message>
+        <source>结构阀岛供墨失败</source>
+        <translation>Yapı valf adası beslemesi başarısız</translation>
+    </message>
+    <message>
+        <source>支撑阀岛供墨失败</source>
+        <translation>Destek valf adası beslemesi başarısız</translation>
+    </message>
+    <message>
+        <source>喷头供墨异常</source>
+        <translation>Kafa mürekkep beslemesi anormal</translation>
+    </message>
+    <message>
+        <source>日常维护项目已过期,请打开维护页面查询!</source>
+        <translation>Bir bakım işinin süresi geçti, lütfen bakım sayfasını açın!</translation>
+    </message>
+</context>
+<context>
+    <name>FileForm</name>
+    <message>
+        <source>打印队列</source>
+        <translation>Baskı kuyruğu</translation>
+    </message>
+    <message>
+        <source>等待打印</source>
+        <translation>Bekleyen</translation>
+    </message>
+    <message>
+        <source>已完成</source>
+        <translation>Tamamlanan</translation>
+    </message>
+    <message>
+        <source>已中止</source>
+        <translation>İptal edilen</translation>
+    </message>
+    <message>
+        <source>重打</source>
+        <translation>Yeniden bas</translation>
+    </message>
+    <message>
+        <source>U盘添加</source>
+        <translation>USB’den ekle</translation>
+    </message>
+    <message>
+        <source>文件拷贝中</source>
+        <translation>Dosya kopyalanıyor</translation>
+    </message>
+    <message>
+        <source>从 %1 到 %2</source>
+        <translation>Kaynak: %1, hedef: %2</translation>
+    </message>
+</context>
+<context>
+    <name>FirmwareUpdate</name>
+    <message>
+        <source>准备升级，请稍后</source>
+        <translation>Güncelleme hazırlanıyor, lütfen bekleyin</translation>
+    </message>
+    <message>
+        <source>模式切换错误，升级失败(%1!=%2)</source>
+        <translation>Kip değiştirme hatası, güncelleme başarısız (%1!=%2)</translation>
+    </message>
+    <message>
+        <source>升级模式切换错误，升级失败,请断电重启(%1 != %2)</source>
+        <translation>Güncelleme kipine geçiş hatası, güncelleme başarısız, lütfen makineyi kapatıp açın (%1 != %2)</translation>
+    </message>
+    <message>
+        <source>数据发送错误，升级失败重启后将重新升级</source>
+        <translation>Veri gönderme hatası, güncelleme başarısız; yeniden başlatıldıktan sonra tekrarlanır</translation>
+    </message>
+    <message>
+        <source>%1#电路板升级中</source>
+        <translation>%1 numaralı kart güncelleniyor</translation>
+    </message>
+    <message>
+        <source>所有电路升级完成,请断电重启</source>
+        <translation>Tüm kartlar güncellendi, lütfen makineyi kapatıp açın</translation>
+    </message>
+</context>
+<context>
+    <name>HomeForm</name>
+    <message>
+        <source>预热中... ...</source>
+        <translation>Ön ısıtma ...</translation>
+    </message>
+    <message>
+        <source>进       度</source>
+        <translation>İlerleme</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Lütfen bir baskı dosyası seçin</translation>
+    </message>
+    <message>
+        <source>剩余时间</source>
+        <translation>Kalan süre</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Yapı mumu</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Destek mumu</translation>
+    </message>
+    <message>
+        <source>开始打印时间</source>
+        <translation>Baskı başlangıcı</translation>
+    </message>
+    <message>
+        <source>预计完成时间</source>
+        <translation>Tahmini bitiş</translation>
+    </message>
+    <message>
+        <source>中止</source>
+        <translation>İptal et</translation>
+    </message>
+    <message>
+        <source>前门</source>
+        <translation>Ön kapı</translation>
+    </message>
+    <message>
+        <source>请移动到 非系统磁盘</source>
+        <translation>Lütfen programı sistem diski olmayan bir diske taşıyın</translation>
+    </message>
+    <message>
+        <source>磁盘空间不足，总共: %1GB,已用: %2 GB 请及时清理模型</source>
+        <translation>Disk alanı yetersiz. Toplam: %1 GB, kullanılan: %2 GB. Lütfen modelleri en kısa sürede temizleyin</translation>
+    </message>
+    <message>
+        <source>暂停</source>
+        <translation>Duraklat</translation>
+    </message>
+    <message>
+        <source>继续</source>
+        <translation>Devam et</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>Baskıyı başlat</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>Platform yerinde değil</translation>
+    </message>
+    <message>
+        <source>平台是否为空?</source>
+        <translation>Platform boş mu?</translation>
+    </message>
+    <message>
+        <source>清空废料箱</source>
+        <translation>Atık kutusunu boşaltın</translation>
+    </message>
+    <message>
+        <source>是否中止打印</source>
+        <translation>Baskı iptal edilsin mi?</translation>
+    </message>
+    <message>
+        <source>打印中... ...</source>
+        <translation>Basılıyor ...</translation>
+    </message>
+    <message>
+        <source>保温中... ...</source>
+        <translation>Sıcak tutuluyor ...</translation>
+    </message>
+</context>
+<context>
+    <name>JobNeeds</name>
+    <message>
+        <source>等待任务需要</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>缺 %1 g</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 个未知</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>够</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LayerPicture</name>
+    <message>
+        <source>第 %1 层</source>
+        <translation>Katman %1</translation>
+    </message>
+</context>
+<context>
+    <name>MachineForm</name>
+    <message>
+        <source>打印机信息</source>
+        <translation>Yazıcı bilgileri</translation>
+    </message>
+    <message>
+        <source>打印机型号</source>
+        <translation>Yazıcı modeli</translation>
+    </message>
+    <message>
+        <source>固件版本</source>
+        <translation>Yazılım sürümü</translation>
+    </message>
+    <message>
+        <source>固件更新时间</source>
+        <translation>Yazılım güncelleme tarihi</translation>
+    </message>
+    <message>
+        <source>设备序列号</source>
+        <translation>Makine seri numarası</translation>
+    </message>
+    <message>
+        <source>MAC地址</source>
+        <translation>MAC adresi</translation>
+    </message>
+    <message>
+        <source>Hib版本</source>
+        <translation>Hib sürümü</translation>
+    </message>
+    <message>
+        <source>切片版本</source>
+        <translation>Dilimleyici sürümü</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>产品型号：</source>
+        <translation>Ürün modeli: </translation>
+    </message>
+    <message>
+        <source>主页</source>
+        <translation>Ana sayfa</translation>
+    </message>
+    <message>
+        <source>队列</source>
+        <translation>Kuyruk</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>Malzeme</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Araçlar</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Ayarlar</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Sıcaklık</translation>
+    </message>
+    <message>
+        <source>供墨</source>
+        <translation>Mürekkep besleme</translation>
+    </message>
+</context>
+<context>
+    <name>MaintainForm</name>
+    <message>
+        <source>操作人员维护</source>
+        <translation>Operatör bakımı</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+    <message>
+        <source>清洁顶部风扇过滤棉</source>
+        <translation>Üst fan filtresini temizleyin</translation>
+    </message>
+    <message>
+        <source>清洁初效过滤器</source>
+        <translation>Ön filtreyi temizleyin</translation>
+    </message>
+    <message>
+        <source>清洁外表面</source>
+        <translation>Dış yüzeyleri temizleyin</translation>
+    </message>
+    <message>
+        <source>清洁喷车底板非喷头安装区域</source>
+        <translation>Taşıyıcı tabanını kafa yuvaları dışında temizleyin</translation>
+    </message>
+    <message>
+        <source>清洁Y梁底面</source>
+        <translation>Y kirişinin alt yüzünü temizleyin</translation>
+    </message>
+    <message>
+        <source>滚筒吸粉管道除粉</source>
+        <translation>Silindir emiş borusundaki tozu temizleyin</translation>
+    </message>
+    <message>
+        <source>清洁墨站刮刀</source>
+        <translation>Mürekkep istasyonu sıyırıcısını temizleyin</translation>
+    </message>
+    <message>
+        <source>清洁整平棍及整平棍刮刀表面</source>
+        <translation>Düzleme silindirini ve sıyırıcısını temizleyin</translation>
+    </message>
+    <message>
+        <source>更换初效过滤器</source>
+        <translation>Ön filtreyi değiştirin</translation>
+    </message>
+    <message>
+        <source>X轴导轨上油</source>
+        <translation>X rayını yağlayın</translation>
+    </message>
+    <message>
+        <source>Y轴导轨和电机丝杆上油</source>
+        <translation>Y rayını ve motor milini yağlayın</translation>
+    </message>
+    <message>
+        <source>Z轴导轨和电机丝杆上油</source>
+        <translation>Z rayını ve motor milini yağlayın</translation>
+    </message>
+    <message>
+        <source>正常</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>到期</source>
+        <translation>Süresi doldu</translation>
+    </message>
+    <message>
+        <source>超期</source>
+        <translation>Gecikti</translation>
+    </message>
+    <message>
+        <source>维护项目</source>
+        <translation>Bakım işi</translation>
+    </message>
+    <message>
+        <source>剩余</source>
+        <translation>Kalan</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>Durum</translation>
+    </message>
+    <message>
+        <source>当前维护循环</source>
+        <translation>Geçerli bakım döngüsü</translation>
+    </message>
+    <message>
+        <source>维护是否完成?</source>
+        <translation>Bakım tamamlandı mı?</translation>
+    </message>
+</context>
+<context>
+    <name>MaterialForm</name>
+    <message>
+        <source>材料</source>
+        <translation>Malzeme</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Destek mumu</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Yapı mumu</translation>
+    </message>
+    <message>
+        <source>墨瓶 1</source>
+        <translation>Şişe 1</translation>
+    </message>
+    <message>
+        <source>墨瓶 2</source>
+        <translation>Şişe 2</translation>
+    </message>
+    <message>
+        <source>墨瓶 3</source>
+        <translation>Şişe 3</translation>
+    </message>
+    <message>
+        <source>墨瓶 4</source>
+        <translation>Şişe 4</translation>
+    </message>
+    <message>
+        <source>触摸墨瓶查看详情</source>
+        <translation>Ayrıntılar için bir şişeye dokunun</translation>
+    </message>
+    <message>
+        <source>缺失</source>
+        <translation>Eksik</translation>
+    </message>
+    <message>
+        <source>使用中</source>
+        <translation>Kullanımda</translation>
+    </message>
+    <message>
+        <source>已安装</source>
+        <translation>Takılı</translation>
+    </message>
+    <message>
+        <source>未安装</source>
+        <translation>Takılı değil</translation>
+    </message>
+    <message>
+        <source>剩余重量</source>
+        <translation>Kalan ağırlık</translation>
+    </message>
+    <message>
+        <source>剩余比例</source>
+        <translation>Kalan oran</translation>
+    </message>
+    <message>
+        <source>批号</source>
+        <translation>Parti no.</translation>
+    </message>
+    <message>
+        <source>过期日期</source>
+        <translation>Son kullanma tarihi</translation>
+    </message>
+    <message>
+        <source>型号</source>
+        <translation>Model</translation>
+    </message>
+    <message>
+        <source>材料状态</source>
+        <translation>Malzeme durumu</translation>
+    </message>
+    <message>
+        <source>激活</source>
+        <translation>Etkinleştir</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Kapat</translation>
+    </message>
+</context>
+<context>
+    <name>MsgForm</name>
+    <message>
+        <source>否</source>
+        <translation>Hayır</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Evet</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Kapat</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>Bilgi</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Uyarı</translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>Hata</translation>
+    </message>
+</context>
+<context>
+    <name>NetForm</name>
+    <message>
+        <source>网络配置</source>
+        <translation>Ağ yapılandırması</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Ayarlar</translation>
+    </message>
+    <message>
+        <source>自动获取地址 (DHCP)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>IP地址</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>子网掩码</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>默认网关</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PrintInfoForm</name>
+    <message>
+        <source>模型详情</source>
+        <translation>Model ayrıntıları</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+</context>
+<context>
+    <name>PrintService</name>
+    <message>
+        <source> 切片中请稍后 %1.%2..(%3)</source>
+        <translation> Dilimleniyor, lütfen bekleyin %1.%2..(%3)</translation>
+    </message>
+    <message>
+        <source>打印开始</source>
+        <translation>Baskı başladı</translation>
+    </message>
+</context>
+<context>
+    <name>SetupForm</name>
+    <message>
+        <source>设置</source>
+        <translation>Ayarlar</translation>
+    </message>
+    <message>
+        <source>网络</source>
+        <translation>Ağ</translation>
+    </message>
+    <message>
+        <source>电子邮箱</source>
+        <translation>E-posta</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Dil</translation>
+    </message>
+    <message>
+        <source>中文</source>
+        <translation>中文</translation>
+    </message>
+    <message>
+        <source>英语</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>土耳其语</source>
+        <translation>Türkçe</translation>
+    </message>
+    <message>
+        <source>法语</source>
+        <translation>Français</translation>
+    </message>
+    <message>
+        <source>韩语</source>
+        <translation>한국어</translation>
+    </message>
+</context>
+<context>
+    <name>StartCheck</name>
+    <message>
+        <source>更新完成请核对一下版本号，当前版本为</source>
+        <translation>Güncelleme tamamlandı, lütfen sürüm numarasını kontrol edin. Şu anki sürüm</translation>
+    </message>
+    <message>
+        <source>请确保切片软件版本大于V1.3.2</source>
+        <translation>Lütfen dilimleyici sürümünün V1.3.2 üzerinde olduğundan emin olun</translation>
+    </message>
+</context>
+<context>
+    <name>ToolForm</name>
+    <message>
+        <source>工具</source>
+        <translation>Araçlar</translation>
+    </message>
+    <message>
+        <source>打印机信息</source>
+        <translation>Yazıcı bilgileri</translation>
+    </message>
+    <message>
+        <source>客户使用情况</source>
+        <translation>Kullanım bilgileri</translation>
+    </message>
+    <message>
+        <source>诊断</source>
+        <translation>Tanılama</translation>
+    </message>
+    <message>
+        <source>操作人员维护</source>
+        <translation>Operatör bakımı</translation>
+    </message>
+    <message>
+        <source>保存日志</source>
+        <translation>Günlükleri kaydet</translation>
+    </message>
+    <message>
+        <source>U盘更新</source>
+        <translation>USB’den güncelle</translation>
+    </message>
+    <message>
+        <source>电源选项</source>
+        <translation>Güç seçenekleri</translation>
+    </message>
+    <message>
+        <source>曲线</source>
+        <translation>Grafikler</translation>
+    </message>
+    <message>
+        <source>插入U盘后可以保存日志和更新</source>
+        <translation>Günlükleri kaydetmek ve güncellemek için USB bellek takın</translation>
+    </message>
+    <message>
+        <source>日志没有全部保存</source>
+        <translation>Günlüklerin tümü kaydedilemedi</translation>
+    </message>
+    <message>
+        <source>已保存 %1 个日志文件</source>
+        <translation>%1 günlük dosyası kaydedildi</translation>
+    </message>
+    <message>
+        <source>是否立即重启完成升级?</source>
+        <translation>Güncellemeyi tamamlamak için şimdi yeniden başlatılsın mı?</translation>
+    </message>
+    <message>
+        <source>是否关机，请确认，如果进入关机流程，只能断电重启</source>
+        <translation>Kapatılsın mı? Lütfen onaylayın: kapatma başladıktan sonra makine yalnızca güç kesilip verilerek yeniden başlatılabilir</translation>
+    </message>
+    <message>
+        <source>请关闭电源</source>
+        <translation>Lütfen ana şalteri kapatın</translation>
+    </message>
+    <message>
+        <source>关机中,请稍后...</source>
+        <translation>Kapatılıyor, lütfen bekleyin...</translation>
+    </message>
+</context>
+<context>
+    <name>TrendForm</name>
+    <message>
+        <source>曲线</source>
+        <translation>Grafikler</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+</context>
+<context>
+    <name>UserInfoForm</name>
+    <message>
+        <source>客户使用情况</source>
+        <translation>Kullanım bilgileri</translation>
+    </message>
+    <message>
+        <source>打印机总时间</source>
+        <translation>Yazıcının toplam süresi</translation>
+    </message>
+    <message>
+        <source>打印总时间</source>
+        <translation>Toplam baskı süresi</translation>
+    </message>
+    <message>
+        <source>连续运行时间</source>
+        <translation>Kesintisiz çalışma süresi</translation>
+    </message>
+    <message>
+        <source>使用总结构材料</source>
+        <translation>Kullanılan yapı mumu</translation>
+    </message>
+    <message>
+        <source>使用总支撑材料</source>
+        <translation>Kullanılan destek mumu</translation>
+    </message>
+    <message>
+        <source>图层已打印</source>
+        <translation>Basılan katmanlar</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+</context>
+<context>
+    <name>WarningForm</name>
+    <message>
+        <source>警告</source>
+        <translation>Uyarılar</translation>
+    </message>
+    <message>
+        <source>当前没有警告</source>
+        <translation>Şu anda uyarı yok</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Geri</translation>
+    </message>
+    <message>
+        <source>错误代码</source>
+        <translation>Hata kodu</translation>
+    </message>
+    <message>
+        <source>事件内容</source>
+        <translation>Olay</translation>
+    </message>
+</context>
+</TS>
