@@ -58,23 +58,23 @@
     </message>
     <message>
         <source>邮件服务器</source>
-        <translation type="unfinished"></translation>
+        <translation>Mail server</translation>
     </message>
     <message>
         <source>发件人</source>
-        <translation type="unfinished"></translation>
+        <translation>Sender</translation>
     </message>
     <message>
         <source>密码</source>
-        <translation type="unfinished"></translation>
+        <translation>Password</translation>
     </message>
     <message>
         <source>使用SSL/TLS加密</source>
-        <translation type="unfinished"></translation>
+        <translation>Use SSL/TLS encryption</translation>
     </message>
     <message>
         <source>收件人</source>
-        <translation type="unfinished"></translation>
+        <translation>Recipients</translation>
     </message>
     <message>
         <source>蜡材容量</source>
@@ -505,19 +505,19 @@
     <name>JobNeeds</name>
     <message>
         <source>等待任务需要</source>
-        <translation type="unfinished"></translation>
+        <translation>Needed by waiting jobs</translation>
     </message>
     <message>
         <source>缺 %1 g</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 g short</translation>
     </message>
     <message>
         <source>%1 个未知</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 unknown</translation>
     </message>
     <message>
         <source>够</source>
-        <translation type="unfinished"></translation>
+        <translation>enough</translation>
     </message>
 </context>
 <context>
@@ -818,23 +818,23 @@
     </message>
     <message>
         <source>自动获取地址 (DHCP)</source>
-        <translation type="unfinished"></translation>
+        <translation>Obtain the address automatically (DHCP)</translation>
     </message>
     <message>
         <source>IP地址</source>
-        <translation type="unfinished"></translation>
+        <translation>IP address</translation>
     </message>
     <message>
         <source>子网掩码</source>
-        <translation type="unfinished"></translation>
+        <translation>Subnet mask</translation>
     </message>
     <message>
         <source>默认网关</source>
-        <translation type="unfinished"></translation>
+        <translation>Default gateway</translation>
     </message>
     <message>
         <source>保存</source>
-        <translation type="unfinished"></translation>
+        <translation>Save</translation>
     </message>
 </context>
 <context>

@@ -58,23 +58,23 @@
     </message>
     <message>
         <source>邮件服务器</source>
-        <translation type="unfinished"></translation>
+        <translation>Serveur de messagerie</translation>
     </message>
     <message>
         <source>发件人</source>
-        <translation type="unfinished"></translation>
+        <translation>Expéditeur</translation>
     </message>
     <message>
         <source>密码</source>
-        <translation type="unfinished"></translation>
+        <translation>Mot de passe</translation>
     </message>
     <message>
         <source>使用SSL/TLS加密</source>
-        <translation type="unfinished"></translation>
+        <translation>Chiffrement SSL/TLS</translation>
     </message>
     <message>
         <source>收件人</source>
-        <translation type="unfinished"></translation>
+        <translation>Destinataires</translation>
     </message>
     <message>
         <source>蜡材容量</source>
@@ -505,19 +505,19 @@
     <name>JobNeeds</name>
     <message>
         <source>等待任务需要</source>
-        <translation type="unfinished"></translation>
+        <translation>Besoin des tâches en attente</translation>
     </message>
     <message>
         <source>缺 %1 g</source>
-        <translation type="unfinished"></translation>
+        <translation>manque %1 g</translation>
     </message>
     <message>
         <source>%1 个未知</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 inconnus</translation>
     </message>
     <message>
         <source>够</source>
-        <translation type="unfinished"></translation>
+        <translation>suffisant</translation>
     </message>
 </context>
 <context>
@@ -818,23 +818,23 @@
     </message>
     <message>
         <source>自动获取地址 (DHCP)</source>
-        <translation type="unfinished"></translation>
+        <translation>Adresse automatique (DHCP)</translation>
     </message>
     <message>
         <source>IP地址</source>
-        <translation type="unfinished"></translation>
+        <translation>Adresse IP</translation>
     </message>
     <message>
         <source>子网掩码</source>
-        <translation type="unfinished"></translation>
+        <translation>Masque de sous-réseau</translation>
     </message>
     <message>
         <source>默认网关</source>
-        <translation type="unfinished"></translation>
+        <translation>Passerelle par défaut</translation>
     </message>
     <message>
         <source>保存</source>
-        <translation type="unfinished"></translation>
+        <translation>Enregistrer</translation>
     </message>
 </context>
 <context>

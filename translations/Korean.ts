@@ -58,23 +58,23 @@
     </message>
     <message>
         <source>邮件服务器</source>
-        <translation type="unfinished"></translation>
+        <translation>메일 서버</translation>
     </message>
     <message>
         <source>发件人</source>
-        <translation type="unfinished"></translation>
+        <translation>보내는 사람</translation>
     </message>
     <message>
         <source>密码</source>
-        <translation type="unfinished"></translation>
+        <translation>비밀번호</translation>
     </message>
     <message>
         <source>使用SSL/TLS加密</source>
-        <translation type="unfinished"></translation>
+        <translation>SSL/TLS 암호화 사용</translation>
     </message>
     <message>
         <source>收件人</source>
-        <translation type="unfinished"></translation>
+        <translation>받는 사람</translation>
     </message>
     <message>
         <source>蜡材容量</source>
@@ -505,19 +505,19 @@
     <name>JobNeeds</name>
     <message>
         <source>等待任务需要</source>
-        <translation type="unfinished"></translation>
+        <translation>대기 작업 필요량</translation>
     </message>
     <message>
         <source>缺 %1 g</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 g 부족</translation>
     </message>
     <message>
         <source>%1 个未知</source>
-        <translation type="unfinished"></translation>
+        <translation>알 수 없음 %1개</translation>
     </message>
     <message>
         <source>够</source>
-        <translation type="unfinished"></translation>
+        <translation>충분</translation>
     </message>
 </context>
 <context>
@@ -818,23 +818,23 @@
     </message>
     <message>
         <source>自动获取地址 (DHCP)</source>
-        <translation type="unfinished"></translation>
+        <translation>자동으로 주소 받기(DHCP)</translation>
     </message>
     <message>
         <source>IP地址</source>
-        <translation type="unfinished"></translation>
+        <translation>IP 주소</translation>
     </message>
     <message>
         <source>子网掩码</source>
-        <translation type="unfinished"></translation>
+        <translation>서브넷 마스크</translation>
     </message>
     <message>
         <source>默认网关</source>
-        <translation type="unfinished"></translation>
+        <translation>기본 게이트웨이</translation>
     </message>
     <message>
         <source>保存</source>
-        <translation type="unfinished"></translation>
+        <translation>저장</translation>
     </message>
 </context>
 <context>

@@ -58,23 +58,23 @@
     </message>
     <message>
         <source>邮件服务器</source>
-        <translation type="unfinished"></translation>
+        <translation>E-posta sunucusu</translation>
     </message>
     <message>
         <source>发件人</source>
-        <translation type="unfinished"></translation>
+        <translation>Gönderen</translation>
     </message>
     <message>
         <source>密码</source>
-        <translation type="unfinished"></translation>
+        <translation>Parola</translation>
     </message>
     <message>
         <source>使用SSL/TLS加密</source>
-        <translation type="unfinished"></translation>
+        <translation>SSL/TLS şifrelemesi kullan</translation>
     </message>
     <message>
         <source>收件人</source>
-        <translation type="unfinished"></translation>
+        <translation>Alıcılar</translation>
     </message>
     <message>
         <source>蜡材容量</source>
@@ -505,19 +505,19 @@
     <name>JobNeeds</name>
     <message>
         <source>等待任务需要</source>
-        <translation type="unfinished"></translation>
+        <translation>Bekleyen işler için gereken</translation>
     </message>
     <message>
         <source>缺 %1 g</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 g eksik</translation>
     </message>
     <message>
         <source>%1 个未知</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 bilinmiyor</translation>
     </message>
     <message>
         <source>够</source>
-        <translation type="unfinished"></translation>
+        <translation>yeterli</translation>
     </message>
 </context>
 <context>
@@ -818,23 +818,23 @@
     </message>
     <message>
         <source>自动获取地址 (DHCP)</source>
-        <translation type="unfinished"></translation>
+        <translation>Adresi otomatik al (DHCP)</translation>
     </message>
     <message>
         <source>IP地址</source>
-        <translation type="unfinished"></translation>
+        <translation>IP adresi</translation>
     </message>
     <message>
         <source>子网掩码</source>
-        <translation type="unfinished"></translation>
+        <translation>Alt ağ maskesi</translation>
     </message>
     <message>
         <source>默认网关</source>
-        <translation type="unfinished"></translation>
+        <translation>Varsayılan ağ geçidi</translation>
     </message>
     <message>
         <source>保存</source>
-        <translation type="unfinished"></translation>
+        <translation>Kaydet</translation>
     </message>
 </context>
 <context>
