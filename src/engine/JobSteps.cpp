@@ -5,6 +5,7 @@
 #include "engine/PrintService.h"
 #include "events/EventHandler.h"
 #include "events/OperatorMessage.h"
+#include "events/SendEmail.h"
 #include "frame/JsonConfig.h"
 #include "frame/SqliteUtil.h"
 #include "links/BoardCommands.h"
@@ -36,6 +37,8 @@ void PrintService::beginJob()
     m_imagesSent = 0;
     resetPrintState(0);
     setState(QStringLiteral("StartTime"), timeText());
+    const QString started = tr("打印开始");
+    SendEmail(started, sliceToImage()->fileName() + QStringLiteral("  ") + started);
 }
 
 bool PrintService::isLevellerTurning(int *speed)

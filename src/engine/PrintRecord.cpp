@@ -3,6 +3,8 @@
 #include "engine/JobCodes.h"
 #include "engine/MachineServices.h"
 #include "engine/PrintService.h"
+#include "events/EventHandler.h"
+#include "events/SendEmail.h"
 #include "frame/Folders.h"
 #include "frame/SqliteUtil.h"
 #include "platform/Log.h"
@@ -16,6 +18,16 @@
 namespace
 {
 constexpr int iconSize = 256;
+
+/// Tells the owner how a job has ended. Blocks for as long as the mail tool takes.
+void mailResult(const QString &model, int code, const QJsonObject &state)
+{
+    const auto text = [&state](const char *key) { return state.value(QLatin1String(key)).toString(); };
+    const QString times = text("StartTime") + QStringLiteral(" - ") + text("EndTime");
+    const int event = code == JobCode::done ? JobCode::printed : JobCode::failed;
+    SendEmail(QStringLiteral("PrintStop"),
+              QStringList{model, times, EventHandler::eventMessage(event)}.join(QLatin1Char('\n')));
+}
 
 /// The model's picture; white when it has none. Null when the model cannot be read.
 QPixmap historyIcon(const QString &model)
@@ -87,6 +99,7 @@ void PrintService::PrintRecord(int code)
 {
     const QString model = sliceToImage()->fileName();
     const QueueStatus status = code == JobCode::done ? QueuePrinted : QueueAborted;
+    mailResult(model, code, printState());
 
     const QString iconName = QUuid::createUuid().toString();
     const QString iconPath = historyIconPath(iconName) + QStringLiteral(".jpg");

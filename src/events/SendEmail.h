@@ -9,6 +9,9 @@ class JsonConfig;
 /// config/email.json: the account, the recipients and what the daily mail tells. Any thread.
 JsonConfig *emailConfig();
 
-/// Sends a plain-text mail to the configured recipients. Blocks up to 30 s. A line break and what the tool
-/// said; empty, and nothing sent, for an empty body. Any thread.
-QByteArray SendEmail(const QString &subject, const QString &body);
+/// The tool's time for one mail.
+constexpr int mailToolLimitMs = 30000;
+
+/// Sends a plain-text mail to the configured recipients. Blocks up to `limitMs`, then ends the tool. A line
+/// break and what the tool said; empty, and nothing sent, for an empty body. Any thread.
+QByteArray SendEmail(const QString &subject, const QString &body, int limitMs = mailToolLimitMs);

@@ -170,6 +170,7 @@ void BackgroundService::sendStartState()
 void BackgroundService::supervisionPass()
 {
     refreshNozzleFull();
+    m_statusMail.pass();
     testCan();
     sampleAir();
     tempCtl()->periodic();
@@ -187,6 +188,14 @@ void BackgroundService::sampleAir()
 {
     if (printStatus() == PrintStatusPrinting)
         airLog().writeLine(airSampleLine());
+}
+
+RestWeights BackgroundService::restWeights() const
+{
+    const Bottles bottles = cards();
+    const auto rest = [&bottles](quint8 slot) { return bottles.cards[slot].rest_weight; };
+    const BottlePair support = bottlePair(SupportInk), structure = bottlePair(StructureInk);
+    return {rest(support.first), rest(support.second), rest(structure.first), rest(structure.second)};
 }
 
 void BackgroundService::doorWatchPass()

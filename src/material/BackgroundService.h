@@ -2,6 +2,7 @@
 // Keeps the machine usable for the life of the process: links, start state of the boards, supervision.
 
 #include "engine/MachineServices.h"
+#include "events/StatusMail.h"
 #include "material/BottleAccount.h"
 #include "material/BusTest.h"
 #include "material/InkFeeding.h"
@@ -62,6 +63,7 @@ private:
     void doorWatch();
     void refreshNozzleFull();
     void sampleAir();
+    RestWeights restWeights() const;
     void showMessage(quint32 id, const QString &prompt, int icon, int btn);
 
     std::atomic<quint8> m_inkDoorClosed{0};
@@ -71,6 +73,7 @@ private:
     };
     BottleAccount m_bottles{m_show, m_inkDoorClosed};
     InkFeeding m_feeding{m_bottles, m_inkDoorClosed, m_show};
+    StatusMail m_statusMail{[this] { return restWeights(); }};
     BusTest m_busTest;
 };
 

@@ -21,5 +21,5 @@ while read -r where target; do
 done < <(includes src)
 while read -r where target; do
     [[ " $order src .. " == *" $target "* ]] && refuse "$where" "must not include src/ ($target)"
-done < <(includes simulator client tools)
+done < <(includes simulator client postrel tools)
 exit $wrong
