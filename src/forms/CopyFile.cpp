@@ -2,6 +2,7 @@
 
 #include "forms/IMsgForm.h"
 #include "platform/Log.h"
+#include "platform/WriteThroughFile.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -53,7 +54,7 @@ void removeCopy(const QString &path)
 void writeHash(const QString &path, const QByteArray &hex)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(hex) != hex.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(hex) != hex.size() || !flushToDisk(file))
         LOG_WARNING(QStringLiteral("wirte md5f error:%1").arg(file.errorString()));
 }
 } // namespace
@@ -77,6 +78,8 @@ bool copyFile(IMsgForm *form, const QString &src, const QString &dst, bool keepA
             form->showProgress(title, text, float(count), float(size));
     }
     from.close();
+    if (!flushToDisk(to)) // the operator pulls the disk, or an update restarts the computer
+        LOG_WARNING(QStringLiteral("flush file error: %1").arg(dst));
     to.close();
     if (shown)
         form->closeMessageForm();

@@ -2,6 +2,7 @@
 
 #include "engine/XdmControl.h"
 #include "forms/AddFileForm.h"
+#include "forms/DarkScreen.h"
 #include "forms/FileForm.h"
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
@@ -28,7 +29,6 @@
 namespace
 {
 constexpr int clockPeriodMs = 1000;
-const QString productName = QStringLiteral("Pelora620");
 
 QString styleSheetText()
 {
@@ -55,7 +55,7 @@ MainWindow::MainWindow() : ui(new Ui::MainWindow)
     msgForm()->lower();
     choose(ui->pushButton_fileList, fileForm());
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
-    ui->label_Type->setText(ui->label_Type->text() + productName);
+    ui->label_Type->setText(ui->label_Type->text() + machineModel());
     startClock();
     connectPages();
     startServices();
@@ -65,6 +65,7 @@ MainWindow::MainWindow() : ui(new Ui::MainWindow)
     LOG_WARNING(QStringLiteral("ver = %1, compile_t=%2 %3")
                     .arg(programVersion(), QLatin1String(__DATE__), QLatin1String(__TIME__)));
     watchVolumes();
+    new DarkScreen(this);
     auto *check = new StartCheck(this, this);
     QTimer::singleShot(0, check, &StartCheck::start); // the window comes first
 }

@@ -1,6 +1,7 @@
 #include "remote/Discovery.h"
 
 #include "frame/JsonConfig.h"
+#include "frame/ProgramVersion.h"
 #include "platform/Log.h"
 #include "remote/CTcpServer.h"
 
@@ -84,7 +85,7 @@ QByteArray scanReply(const AdapterInfo &adapter, int port)
     QJsonObject reply{{"Title", "ScanMachine"},
                       {"Ip", adapter.up ? adapter.ip : noAdapterAddress},
                       {"Port", port},
-                      {"Type", "Pelora620"},
+                      {"Type", machineModel()},
                       {"Name", machineNameConfig()->getString(QStringLiteral("Name"))}};
     if (adapter.up)
         reply.insert(QStringLiteral("Mac"), adapter.mac);

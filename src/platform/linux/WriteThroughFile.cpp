@@ -1,6 +1,7 @@
 #include "platform/WriteThroughFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -32,4 +33,17 @@ bool writeThrough(const QString &path, const char *bytes, int length)
     bool written = writeAll(fd, bytes, length);
     written = ::fsync(fd) == 0 && written;
     return ::close(fd) == 0 && written;
+}
+
+bool flushToDisk(QFileDevice &file)
+{
+    if (!file.flush() || ::fsync(file.handle()) != 0)
+        return false;
+    const QByteArray folder = QFile::encodeName(QFileInfo(file.fileName()).path());
+    const int fd = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    const bool flushed = ::fsync(fd) == 0;
+    ::close(fd);
+    return flushed;
 }
