@@ -6,6 +6,7 @@
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
 #include "forms/MainWindow.h"
+#include "forms/WarningForm.h"
 #include "links/BoardCommands.h"
 #include "platform/Log.h"
 #include "printdata/SliceToImage.h"
@@ -142,4 +143,9 @@ void HomeForm::on_pushButton_lock_clicked()
     m_locked = m_locked ? 0 : 1;
     QtConcurrent::run(&m_boardCalls, ctlFrontDoor, quint8(m_locked));
     ui->pushButton_lock->setIcon(pageIcon(m_locked ? "lock" : "unlock", IconPlace::BeforeText));
+}
+
+void HomeForm::on_pushButton_warning_clicked()
+{
+    mainWindow()->showWidgetInStacked(warningForm());
 }

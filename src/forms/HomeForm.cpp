@@ -6,6 +6,7 @@
 #include "forms/FileForm.h"
 #include "forms/Icons.h"
 #include "forms/MaterialForm.h"
+#include "forms/StyleProperty.h"
 #include "frame/Folders.h"
 #include "frame/Singleton.h"
 #include "links/BoardCommands.h"
@@ -86,7 +87,6 @@ void HomeForm::processPendingDatagram()
 void HomeForm::setUpButtons()
 {
     ui->pushButton_lock->setIcon(pageIcon("unlock", IconPlace::BeforeText));
-    ui->pushButton_warning->setIcon(pageIcon("warnings", IconPlace::BeforeText));
     ui->pushButton_printStop->setIcon(pageIcon("Stop", IconPlace::BeforeText));
     setPrintIcon("Resume");
     ui->pushButton_printImage->setEnabled(true);
@@ -97,14 +97,23 @@ void HomeForm::setUpButtons()
 void HomeForm::showStatus()
 {
     ui->label_status->setText(tr("预热中... ..."));
+    showWarningCount();
     connect(tempCtl(), &TempCtl::tempStatus, this, [this](int mode) {
         const QString texts[] = {tr("预热中... ..."), tr("打印中... ..."), tr("保温中... ...")};
         if (mode >= 0 && mode < 3)
             ui->label_status->setText(texts[mode]);
     });
-    connect(EventHandler::instance(), &EventHandler::eventsChanged, this, [this] {
-        ui->pushButton_warning->setText(QString::number(EventHandler::activeEvents().size()));
-    });
+    connect(EventHandler::instance(), &EventHandler::eventsChanged, this, &HomeForm::showWarningCount);
+}
+
+/// Calm while there is nothing to warn of.
+void HomeForm::showWarningCount()
+{
+    const int count = EventHandler::activeEvents().size();
+    ui->pushButton_warning->setText(QString::number(count));
+    setStyleProperty(ui->pushButton_warning, "calm", count == 0);
+    const auto icon = count == 0 ? quietIcon : pageIcon;
+    ui->pushButton_warning->setIcon(icon("warnings", IconPlace::BeforeText));
 }
 
 void HomeForm::msecEvent()
@@ -170,6 +179,7 @@ void HomeForm::showEvent(QShowEvent *event)
     loadPicture(name);
     const int ending = name.lastIndexOf(QLatin1String(".tzl"));
     ui->label_Name->setText(ending < 0 ? name : name.left(ending));
+    showWarningCount();
     msecEvent();
 }
 

@@ -48,6 +48,7 @@ public slots:
     void on_pushButton_printImage_clicked();
     void on_pushButton_printStop_clicked();
     void on_pushButton_lock_clicked();
+    void on_pushButton_warning_clicked();
     void showStatus();
     /// Opens the sockets by which clients find the machine.
     void udpServer();
@@ -59,6 +60,7 @@ protected:
 
 private:
     void setUpButtons();
+    void showWarningCount();
     void jobThreadFinished();
     bool checkDiskSpace();
     bool isPlatformInPlace();

@@ -58,6 +58,14 @@ QIcon pageIcon(const QString &name, IconPlace place)
     return icon;
 }
 
+QIcon quietIcon(const QString &name, IconPlace place)
+{
+    QIcon icon;
+    const QPixmap picture = load(name);
+    add(icon, tint(place == IconPlace::Alone ? picture : widened(picture), quietColour), QIcon::Off);
+    return icon;
+}
+
 QIcon choiceIcon(const QString &name)
 {
     QIcon icon;

@@ -8,6 +8,8 @@ enum class IconPlace { Alone, BeforeText };
 
 /// ":icon/<name>.png", paler where its button is disabled.
 QIcon pageIcon(const QString &name, IconPlace place = IconPlace::Alone);
+/// The same in the quiet colour, for what calls for nothing.
+QIcon quietIcon(const QString &name, IconPlace place = IconPlace::Alone);
 /// The same in dark, for the buttons in the accent; they have a text.
 QIcon darkIcon(const QString &name);
 /// The same in the quiet colour until its button is checked.

@@ -39,6 +39,7 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, index);
         option->state &= ~QStyle::State_HasFocus;
+        option->text = option->text.trimmed(); // texts of several lines may begin and end with an empty one
         if (index.data(Qt::DecorationRole).isNull())
             return;
         option->text.clear(); // the number behind an icon is for the program

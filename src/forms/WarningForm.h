@@ -1,8 +1,9 @@
 #pragma once
-// The list of the events that are active.
+// The list of the events that are active, as they are when the page is opened.
 
 #include "forms/IMsgForm.h"
 
+#include <QStandardItemModel>
 #include <QWidget>
 #include <memory>
 
@@ -22,8 +23,14 @@ public:
 public slots:
     void on_pushButton_back_clicked();
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
+    void listEvents();
+
     std::unique_ptr<Ui::WarningForm> ui;
+    QStandardItemModel m_model;
 };
 
 /// The process's one such page. GUI thread.
