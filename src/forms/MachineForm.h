@@ -3,6 +3,7 @@
 
 #include "forms/IMsgForm.h"
 
+#include <QFutureWatcher>
 #include <QWidget>
 #include <memory>
 
@@ -22,8 +23,12 @@ public:
 public slots:
     void on_pushButton_back_clicked();
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     std::unique_ptr<Ui::MachineForm> ui;
+    QFutureWatcher<QString> m_headLibrary;
 };
 
 /// The process's one such page. GUI thread.

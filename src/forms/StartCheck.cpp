@@ -15,12 +15,7 @@ const QString slicerTool = QStringLiteral("Lamorel/lamorel.exe");
 const QString neededSlicer = QStringLiteral("Lamorel vesion: 1.3.2"); // the tool's own spelling
 constexpr int answerLimitMs = 60000;                                  // half to start, half to answer
 
-QString headLibraryVersion()
-{
-    int major = 0, minor = 0, revision = 0, build = 0, variant = 0;
-    lockHibGetHibLibVersion(&major, &minor, &revision, &build, &variant);
-    return QStringLiteral("HibVer:%1.%2\r\n").arg(major).arg(minor);
-}
+QString toldSlicerVersion; ///< GUI thread
 
 bool isFirstStartAfterUpdate()
 {
@@ -32,6 +27,18 @@ bool isFirstStartAfterUpdate()
 bool isSlicerTooOld(const QString &answer)
 {
     return answer < neededSlicer;
+}
+
+QString slicerVersion()
+{
+    return toldSlicerVersion;
+}
+
+QString headLibraryVersion()
+{
+    int major = 0, minor = 0, revision = 0, build = 0, variant = 0;
+    lockHibGetHibLibVersion(&major, &minor, &revision, &build, &variant);
+    return QStringLiteral("%1.%2\r\n").arg(major).arg(minor);
 }
 
 StartCheck::StartCheck(IMsgForm *form, QObject *parent) : QObject(parent), m_form(form)
@@ -46,7 +53,7 @@ StartCheck::StartCheck(IMsgForm *form, QObject *parent) : QObject(parent), m_for
     });
     connect(&m_headLibrary, &QFutureWatcher<QString>::finished, this, [this] {
         tell(tr("更新完成请核对一下版本号，当前版本为") + QLatin1Char('\n') + programVersion() +
-                 QLatin1Char('\n') + m_headLibrary.result(),
+                 QStringLiteral("\nHibVer:") + m_headLibrary.result(),
              MessageIcon::information);
     });
 }
@@ -60,7 +67,9 @@ void StartCheck::start()
 void StartCheck::slicerAnswered()
 {
     m_limit.stop();
-    if (isSlicerTooOld(QString::fromUtf8(m_slicer.readAllStandardOutput())))
+    const QString answer = QString::fromUtf8(m_slicer.readAllStandardOutput());
+    toldSlicerVersion = answer.section(QLatin1Char(':'), -1).trimmed(); // "Lamorel vesion: 1.4.0"
+    if (isSlicerTooOld(answer))
         tell(tr("请确保切片软件版本大于V1.3.2"), MessageIcon::critical);
     if (isFirstStartAfterUpdate())
         askHeadLibrary();

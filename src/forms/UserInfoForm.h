@@ -22,6 +22,9 @@ public:
 public slots:
     void on_pushButton_back_clicked();
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     std::unique_ptr<Ui::UserInfoForm> ui;
 };
