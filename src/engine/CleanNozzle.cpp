@@ -1,6 +1,7 @@
 // Wipes the heads: the carriage takes the ink stack along, ink is pressed through the heads, they are scraped
 // on the stack, and the stack goes back to its place.
 
+#include "engine/AxisMoves.h"
 #include "engine/HibLibrary.h"
 #include "engine/JobCodes.h"
 #include "engine/PrintService.h"
@@ -34,7 +35,6 @@ constexpr int deepEvery = 10;
 constexpr unsigned deepContactMs = 60000;
 constexpr int rampParts = 10;
 
-constexpr quint8 pressHeadCodes[] = {0x57, 0x58, 0x59};
 /// Hold pressure at which a head neither drips nor draws air, in the air board's unit.
 constexpr int holdPressure = -450;
 
@@ -42,83 +42,26 @@ constexpr int boards = 3;
 constexpr int nozzlesPerBoard = 880;
 constexpr float autofireHz = 5000;
 
-constexpr quint8 stackOnCarriage = 1;
-
-float place(const char *key)
-{
-    return sysConfig()->getFloat(QLatin1String(key));
-}
-
 /// A configured place, or what stands for a 0.
 float placeOr(const char *key, float usual)
 {
-    const float value = place(key);
+    const float value = configuredPlace(key);
     return value == 0 ? usual : value;
-}
-
-int xIsStuck()
-{
-    LOG_WARNING(QStringLiteral(" x is not stop\r\n"));
-    return JobCode::xStuck;
-}
-
-int stopX()
-{
-    return waitXStop() == 0 ? JobCode::done : xIsStuck();
-}
-
-// A command that was lost ends the cleaning too: what follows relies on the axis being where it was sent.
-int moveX(float position)
-{
-    return xMovePos_Wait(static_cast<quint32>(static_cast<qint32>(position)), true) == 0 ? JobCode::done
-                                                                                         : xIsStuck();
-}
-
-int zIsStuck()
-{
-    LOG_WARNING(QStringLiteral("z move error \n"));
-    return JobCode::zStuck;
-}
-
-int moveZ(float position)
-{
-    return zMovePos_Wait(position, true) == 0 ? JobCode::done : zIsStuck();
-}
-
-int moveY(float position)
-{
-    if (yMovePos(position, true) == 0)
-        return JobCode::done;
-    LOG_WARNING(QStringLiteral("y move error \n"));
-    return JobCode::yStuck;
-}
-
-bool isStackOnCarriage()
-{
-    return checkElectricStatus() == stackOnCarriage;
-}
-
-/// The first failure of moves one after the other.
-template <typename... Moves> int inTurn(Moves... moves)
-{
-    int code = JobCode::done;
-    (void)((code = moves()) || ...);
-    return code;
 }
 
 /// From here on any failure leaves the stack on the carriage; preparing the next job finds it.
 int scrape()
 {
-    const float end = placeOr("XScrapEndPos", place("xPressInkPos") - scrapeLength);
+    const float end = placeOr("XScrapEndPos", configuredPlace("xPressInkPos") - scrapeLength);
     return inTurn([=] { return moveX(end); }, [] { return moveZ(zSafe); });
 }
 
 int deepClean()
 {
-    const int pre = static_cast<int>(place("zPreDaoMo"));
-    const int contact = static_cast<int>(place("zDaoMoPos"));
-    int code = inTurn([] { return moveX(place("xPreDaoMo")); }, [=] { return moveZ(pre); },
-                      [] { return moveX(place("xDaoMoPos")); });
+    const int pre = static_cast<int>(configuredPlace("zPreDaoMo"));
+    const int contact = static_cast<int>(configuredPlace("zDaoMoPos"));
+    int code = inTurn([] { return moveX(configuredPlace("xPreDaoMo")); }, [=] { return moveZ(pre); },
+                      [] { return moveX(configuredPlace("xDaoMoPos")); });
     for (int part = 0; part <= rampParts && code == JobCode::done; ++part) {
         code = moveZ(contact + ((rampParts - part) * (pre - contact)) / rampParts);
         if (code == JobCode::done)
@@ -135,11 +78,11 @@ int deepClean()
 int returnStack()
 {
     for (int attempt = 0; attempt < uncoupleTries; ++attempt) {
-        if (const int code = moveX(place("PullInkStack")))
+        if (const int code = moveX(configuredPlace("PullInkStack")))
             return code;
         setElectricStatus(0);
         Sleep(5000);
-        if (const int code = moveX(place("xPreDaoMo")))
+        if (const int code = moveX(configuredPlace("xPreDaoMo")))
             return code;
         if (checkElectricStatus() == 0)
             break;
@@ -150,12 +93,12 @@ int returnStack()
 int coupleStack()
 {
     for (int attempt = 0; attempt < coupleTries; ++attempt) {
-        if (const int code = inTurn(stopX, [] { return moveX(place("PullInkStack")); }))
+        if (const int code = inTurn(stopX, [] { return moveX(configuredPlace("PullInkStack")); }))
             return code;
         Sleep(1000);
         setElectricStatus(1);
         Sleep(1000);
-        if (const int code = moveX(place("xPressInkPos")))
+        if (const int code = moveX(configuredPlace("xPressInkPos")))
             return code;
         if (isStackOnCarriage())
             break;
@@ -181,9 +124,11 @@ void fireAllNozzles()
 
 int PrintService::pullInkStackBack()
 {
-    if (zMovePos(zSafe, true))
-        return zIsStuck();
-    if (const int code = moveX(place("PullInkStack")))
+    if (zMovePos(zSafe, true)) {
+        LOG_WARNING(QStringLiteral("z move error \n"));
+        return JobCode::zStuck;
+    }
+    if (const int code = moveX(configuredPlace("PullInkStack")))
         return code;
     setElectricStatus(0);
     return JobCode::done;
@@ -212,10 +157,7 @@ int PrintService::pressHeads()
     Sleep(1000);
     for (int round = 0; round < 2; ++round) {
         for (const quint8 head : pressHeadCodes) {
-            pressOneHd(head);
-            Sleep(500);
-            pressOneHd(head);
-            Sleep(5000);
+            pressHead(head);
             if (!waitHeadInk())
                 return stopCleaning();
         }
@@ -258,7 +200,7 @@ int PrintService::approachStack()
 
 int PrintService::pressOnStack()
 {
-    if (const int code = moveZ(place("zPressScrapPos")))
+    if (const int code = moveZ(configuredPlace("zPressScrapPos")))
         return code;
     if (!waitHeadInk())
         return stopCleaning();
@@ -272,8 +214,8 @@ int PrintService::wipeHeads(bool atStart)
 {
     setXSpeed(scrapeSpeed);
     if (const int code = inTurn(
-            scrape, [] { return moveX(place("xPressInkPos")); },
-            [] { return moveZ(place("zPressScrapPos")); }))
+            scrape, [] { return moveX(configuredPlace("xPressInkPos")); },
+            [] { return moveZ(configuredPlace("zPressScrapPos")); }))
         return code;
     setXSpeed(scrapeSpeed);
     for (int round = 0; atStart && round < 2; ++round) {
@@ -315,6 +257,6 @@ int PrintService::cleanNozzle(bool atStart, int)
         if (const int code = stopX())
             return code;
     }
-    setXSpeed(static_cast<int>(place("XMoveSpeed")));
+    setXSpeed(static_cast<int>(configuredPlace("XMoveSpeed")));
     return JobCode::done;
 }

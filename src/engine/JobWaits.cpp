@@ -1,6 +1,7 @@
 // Messages of a job, and the points at which it holds: paused, short of ink, ahead of the slicer.
 
 #include "engine/JobCodes.h"
+#include "engine/HeadInk.h"
 #include "engine/MachineServices.h"
 #include "engine/PrintService.h"
 #include "events/EventHandler.h"
@@ -52,7 +53,7 @@ int PrintService::waitPaused(double *seconds)
     return getPrintStatus();
 }
 
-bool PrintService::waitHeadInk()
+bool holdForHeadInk(const std::function<bool()> &isStopped)
 {
     while (jobServices().checkHeadInkLevels()) {
         EventHandler::setEvent(JobCode::headInkFault, QString());
@@ -62,6 +63,11 @@ bool PrintService::waitHeadInk()
     }
     EventHandler::clearEvent(JobCode::headInkFault);
     return true;
+}
+
+bool PrintService::waitHeadInk()
+{
+    return holdForHeadInk([this] { return isStopped(); });
 }
 
 void PrintService::waitPreSlice()

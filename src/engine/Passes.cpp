@@ -1,5 +1,6 @@
 // One sweep: the picture is cut, handed to the boards and fired.
 
+#include "engine/AxisMoves.h"
 #include "engine/Geometry.h"
 #include "engine/HibLibrary.h"
 #include "engine/JobCodes.h"
@@ -20,6 +21,9 @@ constexpr int transferTimeoutMs = 10000;
 constexpr int imagesPerTransfer = 1;
 /// X that parts the two ends of the sweep, for the test print; micrometres.
 constexpr float testPrintMiddle = 50000.0f;
+/// Pictures of the test lines, as SliceToImage::drawTestLines tells them apart.
+constexpr int supportLines = -1;
+constexpr int structureLines = 0;
 
 int encoderPosition()
 {
@@ -143,4 +147,22 @@ int XdmControl::printGraph(float startPos, float yOffset1, float yOffset2, float
         lockHibConfigPage(board, startPos, offsets[board - 1], slices->passWidth(), 0);
     printImage(0, 0);
     return 1;
+}
+
+int XdmControl::prepareDots()
+{
+    if (const int code = homeCarriage())
+        return code;
+    configPrintBar(sliceToImage()->dpiX());
+    return moveZ(configuredPlace("ZStartPos"));
+}
+
+int XdmControl::printDots(bool support)
+{
+    setXSpeed(static_cast<int>(configuredPlace("XMoveSpeed")));
+    sliceToImage()->drawTestLines(support ? supportLines : structureLines, 0, 0);
+    configPage(false);
+    if (const int code = printImage(0, 0))
+        return code;
+    return stopX(); // the carriage runs out before it is sent elsewhere
 }

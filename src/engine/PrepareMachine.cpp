@@ -1,6 +1,6 @@
 // What brings the machine to known positions before a print, and the boards' dot clock.
 
-#include "engine/Geometry.h"
+#include "engine/AxisMoves.h"
 #include "engine/HibLibrary.h"
 #include "engine/JobCodes.h"
 #include "engine/MachineServices.h"
@@ -16,32 +16,17 @@ constexpr int nozzlesPerBoard = 880;
 constexpr int idlePageWidth = 2100;
 /// Mode word of the boards' dot clock.
 constexpr quint32 dotClockMode = 0x10001;
-/// The carriage passes the ink stack between these two X, in micrometres.
-constexpr float stackCheckX[] = {690000.0f, 550000.0f};
 /// Z runs this far after homing and is homed again.
 constexpr float zHomingRun = 10000.0f;
 
 int checkInkStackParked()
 {
-    for (const float x : stackCheckX) {
-        xMovePos(encoderCounts(x, jobServices().encoderResolution()), false);
-        if (waitXStop() != 0)
-            return JobCode::xStuck;
-    }
-    // Short-circuit on purpose: the second look is only needed when the first finds the stack on the
-    // carriage.
-    if (checkElectricStatus() == 1 && checkElectricStatus() == 1) {
-        setElectricStatus(0);
-        return JobCode::inkStackFault;
-    }
-    return JobCode::done;
-}
-
-int homeZ()
-{
-    if (zMoveZero(true) != 0 || zMovePos(zHomingRun, true) || zMoveZero(true) != 0)
-        return JobCode::zStuck;
-    return JobCode::done;
+    if (passInkStation() != 0)
+        return JobCode::xStuck;
+    if (!hasStackStayed())
+        return JobCode::done;
+    setElectricStatus(0);
+    return JobCode::inkStackFault;
 }
 } // namespace
 
@@ -78,19 +63,24 @@ bool PrintService::setDotClock(int count, float frequency)
     return true;
 }
 
-int PrintService::prepareMachine()
+int PrintService::homeCarriage()
 {
     xMoveZero(true);
     if (waitXStop() != 0)
         return JobCode::xStuck;
     setDotClock(boardCount, 0.0f);
     lockHibSetEncoderPos(1, 1);
-    if (const int code = checkInkStackParked())
+    return JobCode::done;
+}
+
+int PrintService::prepareMachine()
+{
+    if (const int code = inTurn([this] { return homeCarriage(); }, checkInkStackParked))
         return code;
     xStartMove();
     if (waitXStop() != 0)
         return JobCode::xStuck;
     if (yMoveZero() != 0)
         return JobCode::yStuck;
-    return homeZ();
+    return homeZ(zHomingRun);
 }

@@ -25,6 +25,9 @@ public:
 
     /// Stops autofire, clears its masks and sets the boards' dot clock. Between jobs. Any thread.
     bool setDotClock(int count, float frequency);
+    /// Homes X, stops the boards' dot clock and sets the encoder there; 0 or an event id. Job thread or service
+    /// page's worker.
+    int homeCarriage();
     /// Homes the axes and proves that the ink stack is parked; 0 or an event id. Job thread or service page's
     /// worker.
     int prepareMachine();

@@ -78,11 +78,8 @@ XdmControl *xdmControl()
 
 int XdmControl::moveToStart(float z)
 {
-    xMoveZero(true);
-    if (waitXStop() != 0)
-        return JobCode::xStuck;
-    setDotClock(3, 0.0f);
-    lockHibSetEncoderPos(1, 1);
+    if (const int code = homeCarriage())
+        return code;
     LOG_WARNING(QStringLiteral("clean end"));
     if (zMovePos(z, true))
         return JobCode::zStuck;

@@ -16,8 +16,15 @@ public:
     /// machine: a job's next pass is spoilt by it. Any thread.
     int printGraph(float startPos, float yOffset1, float yOffset2, float yOffset3);
 
+    /// Homes the carriage, enters the heads and brings the bed to printing height; 0 or an event id. Service
+    /// page's worker.
+    int prepareDots();
+    /// One reverse sweep from beyond the far end with the dots of one wax; 0 or an event id. Needs a loaded
+    /// model and prepareDots(). Service page's worker.
+    int printDots(bool support);
+
 protected:
-    // All that follows: job thread, or printGraph's caller.
+    // All that follows: job thread, service page's worker, or printGraph's caller.
 
     int printModel(bool clean, int passDelay) override;
     /// Enters the three heads in the bar and sets the dot clock. Errors are logged; the next transfer then
