@@ -21,9 +21,25 @@ public:
 
 public slots:
     void on_pushButton_back_clicked();
+    void on_pushButton_reset_clicked();
+    /// Saves, and sends a test mail.
+    void on_pushButton_apply_clicked();
+    void on_pushButton_visible_clicked();
+
+signals:
+    void showKeyBoard(int x, int y);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void fill();
+    void save();
+    void showPassword(bool visible);
+
     std::unique_ptr<Ui::EmailForm> ui;
+    bool m_sending = false;
 };
 
 /// The process's one such page. GUI thread.

@@ -19,7 +19,20 @@ public:
     SetupForm();
     ~SetupForm() override;
 
+public slots:
+    /// Makes the language of the button that sent this the one of the next start.
+    void switchLanguage();
+    void on_pushButton_Net_clicked();
+    void on_pushButton_Language_clicked();
+    void on_pushButton_Email_clicked();
+
+protected:
+    void hideEvent(QHideEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
 private:
+    void markLanguage();
+
     std::unique_ptr<Ui::SetupForm> ui;
 };
 
