@@ -100,6 +100,14 @@
         <source>应用</source>
         <translation>应用</translation>
     </message>
+    <message>
+        <source>正在发送测试邮件，请稍候</source>
+        <translation>正在发送测试邮件，请稍候</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>保存成功</translation>
+    </message>
 </context>
 <context>
     <name>EventHandler</name>
@@ -836,6 +844,30 @@
         <source>保存</source>
         <translation>保存</translation>
     </message>
+    <message>
+        <source>IP地址无效，请检查</source>
+        <translation>IP地址无效，请检查</translation>
+    </message>
+    <message>
+        <source>子网掩码无效，请检查</source>
+        <translation>子网掩码无效，请检查</translation>
+    </message>
+    <message>
+        <source>默认网关无效或与IP地址不在同一网段，请检查</source>
+        <translation>默认网关无效或与IP地址不在同一网段，请检查</translation>
+    </message>
+    <message>
+        <source>网卡未正常工作请检查网线是否正常连接，人工排查问题</source>
+        <translation>网卡未正常工作请检查网线是否正常连接，人工排查问题</translation>
+    </message>
+    <message>
+        <source>配置已取消</source>
+        <translation>配置已取消</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>保存成功</translation>
+    </message>
 </context>
 <context>
     <name>PrintInfoForm</name>
@@ -896,6 +928,14 @@
     <message>
         <source>韩语</source>
         <translation>韩语</translation>
+    </message>
+    <message>
+        <source>资源文件拷贝失败</source>
+        <translation>资源文件拷贝失败</translation>
+    </message>
+    <message>
+        <source>即将重启?</source>
+        <translation>即将重启?</translation>
     </message>
 </context>
 <context>
@@ -985,6 +1025,65 @@
     <message>
         <source>返回</source>
         <translation>返回</translation>
+    </message>
+    <message>
+        <source>墨管</source>
+        <translation>墨管</translation>
+    </message>
+    <message>
+        <source>结构</source>
+        <translation>结构</translation>
+    </message>
+    <message>
+        <source>支撑</source>
+        <translation>支撑</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>喷头</translation>
+    </message>
+    <message>
+        <source>整平</source>
+        <translation>整平</translation>
+    </message>
+    <message>
+        <source>气压</source>
+        <translation>气压</translation>
+    </message>
+    <message>
+        <source>液位</source>
+        <translation>液位</translation>
+    </message>
+    <message>
+        <source>结构负压%1</source>
+        <translation>结构负压%1</translation>
+    </message>
+    <message>
+        <source>支撑负压%1</source>
+        <translation>支撑负压%1</translation>
+    </message>
+    <message>
+        <source>正压</source>
+        <translation>正压</translation>
+    </message>
+    <message>
+        <source>喷头%1支撑液位</source>
+        <translation>喷头%1支撑液位</translation>
+    </message>
+    <message>
+        <source>喷头%1结构液位</source>
+        <translation>喷头%1结构液位</translation>
+    </message>
+    <message>
+        <source>触摸曲线查看该时刻的数值和事件</source>
+        <translation>触摸曲线查看该时刻的数值和事件</translation>
+    </message>
+</context>
+<context>
+    <name>TrendPlot</name>
+    <message>
+        <source>没有数据</source>
+        <translation>没有数据</translation>
     </message>
 </context>
 <context>

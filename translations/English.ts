@@ -100,6 +100,14 @@
         <source>应用</source>
         <translation>Apply</translation>
     </message>
+    <message>
+        <source>正在发送测试邮件，请稍候</source>
+        <translation>Sending a test mail, please wait</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>Saved</translation>
+    </message>
 </context>
 <context>
     <name>EventHandler</name>
@@ -836,6 +844,30 @@
         <source>保存</source>
         <translation>Save</translation>
     </message>
+    <message>
+        <source>IP地址无效，请检查</source>
+        <translation>The IP address is not valid, please check it</translation>
+    </message>
+    <message>
+        <source>子网掩码无效，请检查</source>
+        <translation>The subnet mask is not valid, please check it</translation>
+    </message>
+    <message>
+        <source>默认网关无效或与IP地址不在同一网段，请检查</source>
+        <translation>The default gateway is not valid or not in the subnet of the IP address, please check it</translation>
+    </message>
+    <message>
+        <source>网卡未正常工作请检查网线是否正常连接，人工排查问题</source>
+        <translation>The network adapter is not working. Please check that the cable is connected and look into the problem by hand</translation>
+    </message>
+    <message>
+        <source>配置已取消</source>
+        <translation>Setup cancelled</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>Saved</translation>
+    </message>
 </context>
 <context>
     <name>PrintInfoForm</name>
@@ -879,7 +911,7 @@
     </message>
     <message>
         <source>中文</source>
-        <translation>中文</translation>
+        <translation>Chinese</translation>
     </message>
     <message>
         <source>英语</source>
@@ -887,15 +919,23 @@
     </message>
     <message>
         <source>土耳其语</source>
-        <translation>Türkçe</translation>
+        <translation>Turkish</translation>
     </message>
     <message>
         <source>法语</source>
-        <translation>Français</translation>
+        <translation>French</translation>
     </message>
     <message>
         <source>韩语</source>
-        <translation>한국어</translation>
+        <translation>Korean</translation>
+    </message>
+    <message>
+        <source>资源文件拷贝失败</source>
+        <translation>Copying the resource file failed</translation>
+    </message>
+    <message>
+        <source>即将重启?</source>
+        <translation>Restart now?</translation>
     </message>
 </context>
 <context>
@@ -985,6 +1025,65 @@
     <message>
         <source>返回</source>
         <translation>Back</translation>
+    </message>
+    <message>
+        <source>墨管</source>
+        <translation>Tubes</translation>
+    </message>
+    <message>
+        <source>结构</source>
+        <translation>Structure</translation>
+    </message>
+    <message>
+        <source>支撑</source>
+        <translation>Support</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>Heads</translation>
+    </message>
+    <message>
+        <source>整平</source>
+        <translation>Leveller</translation>
+    </message>
+    <message>
+        <source>气压</source>
+        <translation>Air</translation>
+    </message>
+    <message>
+        <source>液位</source>
+        <translation>Levels</translation>
+    </message>
+    <message>
+        <source>结构负压%1</source>
+        <translation>Structure vacuum %1</translation>
+    </message>
+    <message>
+        <source>支撑负压%1</source>
+        <translation>Support vacuum %1</translation>
+    </message>
+    <message>
+        <source>正压</source>
+        <translation>Positive pressure</translation>
+    </message>
+    <message>
+        <source>喷头%1支撑液位</source>
+        <translation>Head %1 support level</translation>
+    </message>
+    <message>
+        <source>喷头%1结构液位</source>
+        <translation>Head %1 structure level</translation>
+    </message>
+    <message>
+        <source>触摸曲线查看该时刻的数值和事件</source>
+        <translation>Touch the curves for the values and events of that time</translation>
+    </message>
+</context>
+<context>
+    <name>TrendPlot</name>
+    <message>
+        <source>没有数据</source>
+        <translation>No data</translation>
     </message>
 </context>
 <context>

@@ -100,6 +100,14 @@
         <source>应用</source>
         <translation>Appliquer</translation>
     </message>
+    <message>
+        <source>正在发送测试邮件，请稍候</source>
+        <translation>Envoi d’un e-mail de test, veuillez patienter</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>Enregistré</translation>
+    </message>
 </context>
 <context>
     <name>EventHandler</name>
@@ -836,6 +844,30 @@
         <source>保存</source>
         <translation>Enregistrer</translation>
     </message>
+    <message>
+        <source>IP地址无效，请检查</source>
+        <translation>L’adresse IP n’est pas valide, veuillez la vérifier</translation>
+    </message>
+    <message>
+        <source>子网掩码无效，请检查</source>
+        <translation>Le masque de sous-réseau n’est pas valide, veuillez le vérifier</translation>
+    </message>
+    <message>
+        <source>默认网关无效或与IP地址不在同一网段，请检查</source>
+        <translation>La passerelle par défaut n’est pas valide ou n’est pas dans le sous-réseau de l’adresse IP, veuillez la vérifier</translation>
+    </message>
+    <message>
+        <source>网卡未正常工作请检查网线是否正常连接，人工排查问题</source>
+        <translation>La carte réseau ne fonctionne pas. Veuillez vérifier le branchement du câble et rechercher le problème manuellement</translation>
+    </message>
+    <message>
+        <source>配置已取消</source>
+        <translation>Configuration annulée</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>Enregistré</translation>
+    </message>
 </context>
 <context>
     <name>PrintInfoForm</name>
@@ -879,15 +911,15 @@
     </message>
     <message>
         <source>中文</source>
-        <translation>中文</translation>
+        <translation>Chinois</translation>
     </message>
     <message>
         <source>英语</source>
-        <translation>English</translation>
+        <translation>Anglais</translation>
     </message>
     <message>
         <source>土耳其语</source>
-        <translation>Türkçe</translation>
+        <translation>Turc</translation>
     </message>
     <message>
         <source>法语</source>
@@ -895,7 +927,15 @@
     </message>
     <message>
         <source>韩语</source>
-        <translation>한국어</translation>
+        <translation>Coréen</translation>
+    </message>
+    <message>
+        <source>资源文件拷贝失败</source>
+        <translation>Échec de la copie du fichier de ressources</translation>
+    </message>
+    <message>
+        <source>即将重启?</source>
+        <translation>Redémarrer maintenant&#xa0;?</translation>
     </message>
 </context>
 <context>
@@ -985,6 +1025,65 @@
     <message>
         <source>返回</source>
         <translation>Retour</translation>
+    </message>
+    <message>
+        <source>墨管</source>
+        <translation>Tubes</translation>
+    </message>
+    <message>
+        <source>结构</source>
+        <translation>Structure</translation>
+    </message>
+    <message>
+        <source>支撑</source>
+        <translation>Support</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>Têtes</translation>
+    </message>
+    <message>
+        <source>整平</source>
+        <translation>Nivellement</translation>
+    </message>
+    <message>
+        <source>气压</source>
+        <translation>Air</translation>
+    </message>
+    <message>
+        <source>液位</source>
+        <translation>Niveaux</translation>
+    </message>
+    <message>
+        <source>结构负压%1</source>
+        <translation>Dépression structure %1</translation>
+    </message>
+    <message>
+        <source>支撑负压%1</source>
+        <translation>Dépression support %1</translation>
+    </message>
+    <message>
+        <source>正压</source>
+        <translation>Pression positive</translation>
+    </message>
+    <message>
+        <source>喷头%1支撑液位</source>
+        <translation>Niveau support tête %1</translation>
+    </message>
+    <message>
+        <source>喷头%1结构液位</source>
+        <translation>Niveau structure tête %1</translation>
+    </message>
+    <message>
+        <source>触摸曲线查看该时刻的数值和事件</source>
+        <translation>Touchez les courbes pour voir les valeurs et événements à cet instant</translation>
+    </message>
+</context>
+<context>
+    <name>TrendPlot</name>
+    <message>
+        <source>没有数据</source>
+        <translation>Aucune donnée</translation>
     </message>
 </context>
 <context>

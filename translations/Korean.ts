@@ -100,6 +100,14 @@
         <source>应用</source>
         <translation>적용</translation>
     </message>
+    <message>
+        <source>正在发送测试邮件，请稍候</source>
+        <translation>테스트 메일을 보내고 있습니다. 잠시 기다려 주십시오</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>저장되었습니다</translation>
+    </message>
 </context>
 <context>
     <name>EventHandler</name>
@@ -836,6 +844,30 @@
         <source>保存</source>
         <translation>저장</translation>
     </message>
+    <message>
+        <source>IP地址无效，请检查</source>
+        <translation>IP 주소가 올바르지 않습니다. 확인하십시오</translation>
+    </message>
+    <message>
+        <source>子网掩码无效，请检查</source>
+        <translation>서브넷 마스크가 올바르지 않습니다. 확인하십시오</translation>
+    </message>
+    <message>
+        <source>默认网关无效或与IP地址不在同一网段，请检查</source>
+        <translation>기본 게이트웨이가 올바르지 않거나 IP 주소와 같은 서브넷에 있지 않습니다. 확인하십시오</translation>
+    </message>
+    <message>
+        <source>网卡未正常工作请检查网线是否正常连接，人工排查问题</source>
+        <translation>네트워크 어댑터가 작동하지 않습니다. 케이블이 연결되어 있는지 확인하고 문제를 직접 점검하십시오</translation>
+    </message>
+    <message>
+        <source>配置已取消</source>
+        <translation>설정이 취소되었습니다</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>저장되었습니다</translation>
+    </message>
 </context>
 <context>
     <name>PrintInfoForm</name>
@@ -879,23 +911,31 @@
     </message>
     <message>
         <source>中文</source>
-        <translation>中文</translation>
+        <translation>중국어</translation>
     </message>
     <message>
         <source>英语</source>
-        <translation>English</translation>
+        <translation>영어</translation>
     </message>
     <message>
         <source>土耳其语</source>
-        <translation>Türkçe</translation>
+        <translation>튀르키예어</translation>
     </message>
     <message>
         <source>法语</source>
-        <translation>Français</translation>
+        <translation>프랑스어</translation>
     </message>
     <message>
         <source>韩语</source>
         <translation>한국어</translation>
+    </message>
+    <message>
+        <source>资源文件拷贝失败</source>
+        <translation>리소스 파일을 복사하지 못했습니다</translation>
+    </message>
+    <message>
+        <source>即将重启?</source>
+        <translation>지금 다시 시작하시겠습니까?</translation>
     </message>
 </context>
 <context>
@@ -985,6 +1025,65 @@
     <message>
         <source>返回</source>
         <translation>뒤로</translation>
+    </message>
+    <message>
+        <source>墨管</source>
+        <translation>튜브</translation>
+    </message>
+    <message>
+        <source>结构</source>
+        <translation>구조</translation>
+    </message>
+    <message>
+        <source>支撑</source>
+        <translation>서포트</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>헤드</translation>
+    </message>
+    <message>
+        <source>整平</source>
+        <translation>레벨링</translation>
+    </message>
+    <message>
+        <source>气压</source>
+        <translation>공기압</translation>
+    </message>
+    <message>
+        <source>液位</source>
+        <translation>레벨</translation>
+    </message>
+    <message>
+        <source>结构负压%1</source>
+        <translation>구조 음압 %1</translation>
+    </message>
+    <message>
+        <source>支撑负压%1</source>
+        <translation>서포트 음압 %1</translation>
+    </message>
+    <message>
+        <source>正压</source>
+        <translation>양압</translation>
+    </message>
+    <message>
+        <source>喷头%1支撑液位</source>
+        <translation>헤드 %1 서포트 레벨</translation>
+    </message>
+    <message>
+        <source>喷头%1结构液位</source>
+        <translation>헤드 %1 구조 레벨</translation>
+    </message>
+    <message>
+        <source>触摸曲线查看该时刻的数值和事件</source>
+        <translation>그래프를 누르면 그 시각의 값과 이벤트가 표시됩니다</translation>
+    </message>
+</context>
+<context>
+    <name>TrendPlot</name>
+    <message>
+        <source>没有数据</source>
+        <translation>데이터 없음</translation>
     </message>
 </context>
 <context>

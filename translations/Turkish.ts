@@ -100,6 +100,14 @@
         <source>应用</source>
         <translation>Uygula</translation>
     </message>
+    <message>
+        <source>正在发送测试邮件，请稍候</source>
+        <translation>Sınama e-postası gönderiliyor, lütfen bekleyin</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>Kaydedildi</translation>
+    </message>
 </context>
 <context>
     <name>EventHandler</name>
@@ -836,6 +844,30 @@
         <source>保存</source>
         <translation>Kaydet</translation>
     </message>
+    <message>
+        <source>IP地址无效，请检查</source>
+        <translation>IP adresi geçersiz, lütfen kontrol edin</translation>
+    </message>
+    <message>
+        <source>子网掩码无效，请检查</source>
+        <translation>Alt ağ maskesi geçersiz, lütfen kontrol edin</translation>
+    </message>
+    <message>
+        <source>默认网关无效或与IP地址不在同一网段，请检查</source>
+        <translation>Varsayılan ağ geçidi geçersiz ya da IP adresinin alt ağında değil, lütfen kontrol edin</translation>
+    </message>
+    <message>
+        <source>网卡未正常工作请检查网线是否正常连接，人工排查问题</source>
+        <translation>Ağ bağdaştırıcısı çalışmıyor. Lütfen ağ kablosunun bağlı olduğunu kontrol edin ve sorunu elle araştırın</translation>
+    </message>
+    <message>
+        <source>配置已取消</source>
+        <translation>Yapılandırma iptal edildi</translation>
+    </message>
+    <message>
+        <source>保存成功</source>
+        <translation>Kaydedildi</translation>
+    </message>
 </context>
 <context>
     <name>PrintInfoForm</name>
@@ -879,11 +911,11 @@
     </message>
     <message>
         <source>中文</source>
-        <translation>中文</translation>
+        <translation>Çince</translation>
     </message>
     <message>
         <source>英语</source>
-        <translation>English</translation>
+        <translation>İngilizce</translation>
     </message>
     <message>
         <source>土耳其语</source>
@@ -891,11 +923,19 @@
     </message>
     <message>
         <source>法语</source>
-        <translation>Français</translation>
+        <translation>Fransızca</translation>
     </message>
     <message>
         <source>韩语</source>
-        <translation>한국어</translation>
+        <translation>Korece</translation>
+    </message>
+    <message>
+        <source>资源文件拷贝失败</source>
+        <translation>Kaynak dosyası kopyalanamadı</translation>
+    </message>
+    <message>
+        <source>即将重启?</source>
+        <translation>Şimdi yeniden başlatılsın mı?</translation>
     </message>
 </context>
 <context>
@@ -985,6 +1025,65 @@
     <message>
         <source>返回</source>
         <translation>Geri</translation>
+    </message>
+    <message>
+        <source>墨管</source>
+        <translation>Hortumlar</translation>
+    </message>
+    <message>
+        <source>结构</source>
+        <translation>Yapı</translation>
+    </message>
+    <message>
+        <source>支撑</source>
+        <translation>Destek</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>Kafalar</translation>
+    </message>
+    <message>
+        <source>整平</source>
+        <translation>Düzleme</translation>
+    </message>
+    <message>
+        <source>气压</source>
+        <translation>Hava</translation>
+    </message>
+    <message>
+        <source>液位</source>
+        <translation>Seviyeler</translation>
+    </message>
+    <message>
+        <source>结构负压%1</source>
+        <translation>Yapı vakumu %1</translation>
+    </message>
+    <message>
+        <source>支撑负压%1</source>
+        <translation>Destek vakumu %1</translation>
+    </message>
+    <message>
+        <source>正压</source>
+        <translation>Pozitif basınç</translation>
+    </message>
+    <message>
+        <source>喷头%1支撑液位</source>
+        <translation>Kafa %1 destek seviyesi</translation>
+    </message>
+    <message>
+        <source>喷头%1结构液位</source>
+        <translation>Kafa %1 yapı seviyesi</translation>
+    </message>
+    <message>
+        <source>触摸曲线查看该时刻的数值和事件</source>
+        <translation>O andaki değerler ve olaylar için grafiğe dokunun</translation>
+    </message>
+</context>
+<context>
+    <name>TrendPlot</name>
+    <message>
+        <source>没有数据</source>
+        <translation>Veri yok</translation>
     </message>
 </context>
 <context>
