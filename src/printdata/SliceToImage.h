@@ -3,6 +3,7 @@
 // prints.
 
 #include "platform/Mutex.h"
+#include "printdata/LayerFile.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -10,7 +11,6 @@
 #include <QProcess>
 #include <QString>
 #include <atomic>
-#include <vector>
 
 struct ModelInfo {
     float layerHeight = 0; ///< mm
@@ -95,7 +95,6 @@ private:
     void readLine(const QByteArray &line);
     // Pictures. Layer pictures stay as the files hold them, bottom row first; layerRow() turns them.
     bool decodeFile(const QString &path, QImage *target) PELORA_REQUIRES(m_pictureMutex);
-    bool unpackFile(const QString &path, uchar *bits, qint64 *bytes) PELORA_REQUIRES(m_pictureMutex);
     bool loadLayerPair(const QString &folder, int layer) PELORA_REQUIRES(m_pictureMutex);
     bool CheckDropMass(double dropMass, double topMass) PELORA_REQUIRES(m_pictureMutex);
 
@@ -118,8 +117,7 @@ private:
     QImage m_structureLayer PELORA_GUARDED_BY(m_pictureMutex);
     QImage m_supportPass PELORA_GUARDED_BY(m_pictureMutex);
     QImage m_structurePass PELORA_GUARDED_BY(m_pictureMutex);
-    std::vector<uchar> m_packed PELORA_GUARDED_BY(m_pictureMutex); // a layer file's outer stream; only grows
-    std::vector<uchar> m_inner PELORA_GUARDED_BY(m_pictureMutex);  // and its content
+    LayerFileReader m_layerFile PELORA_GUARDED_BY(m_pictureMutex);
     // Drop mass laid by each head since the last cleaning, in the unit of TopDropMass.
     double m_head1Mass PELORA_GUARDED_BY(m_pictureMutex) = 0;
     double m_head2Mass PELORA_GUARDED_BY(m_pictureMutex) = 0;
