@@ -72,6 +72,7 @@ void MaterialForm::refresh(const Bottles &bottles)
     int row = firstRow;
     for (const BottleWidgets &widgets : m_widgets)
         showBottle(widgets, row++);
+    ui->jobNeeds->refresh(bottles);
 }
 
 bool MaterialForm::isInUse(int row) const

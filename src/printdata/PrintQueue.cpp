@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QSqlQueryModel>
 #include <QSqlRecord>
+#include <cmath>
 
 namespace
 {
@@ -69,6 +70,14 @@ QString text(const QSqlRecord &row, const char *column)
     return row.value(QLatin1String(column)).toString();
 }
 
+/// The column is a text as the model's settings gave it: empty, or anything, where they did not tell.
+double grams(const QSqlRecord &row, const char *column)
+{
+    bool isNumber = false;
+    const double value = text(row, column).toDouble(&isNumber);
+    return isNumber && std::isfinite(value) && value >= 0 ? value : -1;
+}
+
 /// Values of a model's settings; empty texts when it has none.
 QStringList settingTexts(const QString &modelName, std::initializer_list<const char *> keys)
 {
@@ -88,6 +97,14 @@ QList<QueueRow> queueRows(int status)
     for (const QSqlRecord &row : records(status, false))
         rows << QueueRow{text(row, "ModelName"), text(row, "createtime"), text(row, "EndTime")};
     return rows;
+}
+
+QList<WaxNeed> waitingNeeds()
+{
+    QList<WaxNeed> needs;
+    for (const QSqlRecord &row : records(QueueWaiting, false))
+        needs << WaxNeed{text(row, "ModelName"), grams(row, "StrWax"), grams(row, "SupWax")};
+    return needs;
 }
 
 int headId(int status)

@@ -14,6 +14,13 @@ struct QueueRow {
 };
 
 QList<QueueRow> queueRows(int status);
+/// What a waiting model will need of each wax, in grams; less than 0: not known.
+struct WaxNeed {
+    QString modelName;
+    double structure = -1;
+    double support = -1;
+};
+QList<WaxNeed> waitingNeeds();
 /// The lowest ID of a status minus 1, or -1: what a row takes to come first.
 int headId(int status);
 /// ModelName of the first waiting row; empty when there is none.
