@@ -45,6 +45,158 @@
         <source>返回</source>
         <translation>返回</translation>
     </message>
+    <message>
+        <source>拉墨站测试</source>
+        <translation>拉墨站测试</translation>
+    </message>
+    <message>
+        <source>打点</source>
+        <translation>打点</translation>
+    </message>
+    <message>
+        <source>Z轴测试</source>
+        <translation>Z轴测试</translation>
+    </message>
+    <message>
+        <source>循环挤蜡</source>
+        <translation>循环挤蜡</translation>
+    </message>
+    <message>
+        <source>喷头归一化值</source>
+        <translation>喷头归一化值</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>喷头</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>材料</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>支撑材料</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>结构材料</translation>
+    </message>
+    <message>
+        <source>偏移量</source>
+        <translation>偏移量</translation>
+    </message>
+    <message>
+        <source>生成修改值</source>
+        <translation>生成修改值</translation>
+    </message>
+    <message>
+        <source>写入原始值</source>
+        <translation>写入原始值</translation>
+    </message>
+    <message>
+        <source>写入修改值</source>
+        <translation>写入修改值</translation>
+    </message>
+    <message>
+        <source>请稍后，准备中...</source>
+        <translation>请稍后，准备中...</translation>
+    </message>
+    <message>
+        <source>墨站是否正确放置，运动范围内是否清洁</source>
+        <translation>墨站是否正确放置，运动范围内是否清洁</translation>
+    </message>
+    <message>
+        <source>X轴错误(%1)</source>
+        <translation>X轴错误(%1)</translation>
+    </message>
+    <message>
+        <source>关闭弹窗后完成测试</source>
+        <translation>关闭弹窗后完成测试</translation>
+    </message>
+    <message>
+        <source>请稍后，测试即将完成</source>
+        <translation>请稍后，测试即将完成</translation>
+    </message>
+    <message>
+        <source>测试完成(%1)</source>
+        <translation>测试完成(%1)</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>请选择打印文件</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>平台未放好</translation>
+    </message>
+    <message>
+        <source>是否运动测试？</source>
+        <translation>是否运动测试？</translation>
+    </message>
+    <message>
+        <source>测试时注意人工观察是否异常，Z轴即将回零进行0~145000往复运动？</source>
+        <translation>测试时注意人工观察是否异常，Z轴即将回零进行0~145000往复运动？</translation>
+    </message>
+    <message>
+        <source>请稍后，运动测试即将完成</source>
+        <translation>请稍后，运动测试即将完成</translation>
+    </message>
+    <message>
+        <source>测试完成，请拷贝日志查看测试次数</source>
+        <translation>测试完成，请拷贝日志查看测试次数</translation>
+    </message>
+    <message>
+        <source>机器处于非空闲状态(打印/暂停)，无法进行此流程</source>
+        <translation>机器处于非空闲状态(打印/暂停)，无法进行此流程</translation>
+    </message>
+    <message>
+        <source>请确认喷头下方没有异物，否则将损坏喷头，Z轴即将上下运动？</source>
+        <translation>请确认喷头下方没有异物，否则将损坏喷头，Z轴即将上下运动？</translation>
+    </message>
+    <message>
+        <source>Z 轴运动中，请注意观察</source>
+        <translation>Z 轴运动中，请注意观察</translation>
+    </message>
+    <message>
+        <source>喷头下方是否放置容器，即将开始挤蜡？</source>
+        <translation>喷头下方是否放置容器，即将开始挤蜡？</translation>
+    </message>
+    <message>
+        <source>是否取消挤蜡？</source>
+        <translation>是否取消挤蜡？</translation>
+    </message>
+    <message>
+        <source>请稍后，挤蜡即将完成</source>
+        <translation>请稍后，挤蜡即将完成</translation>
+    </message>
+    <message>
+        <source>挤蜡完成</source>
+        <translation>挤蜡完成</translation>
+    </message>
+    <message>
+        <source>打印时不能读写归一化值</source>
+        <translation>打印时不能读写归一化值</translation>
+    </message>
+    <message>
+        <source>归一化值读写失败(%1)，请查看日志</source>
+        <translation>归一化值读写失败(%1)，请查看日志</translation>
+    </message>
+    <message>
+        <source>归一化值读写完成</source>
+        <translation>归一化值读写完成</translation>
+    </message>
+    <message>
+        <source>将喷头%1 %2的归一化值加上偏移量，存为修改值？</source>
+        <translation>将喷头%1 %2的归一化值加上偏移量，存为修改值？</translation>
+    </message>
+    <message>
+        <source>将原始归一化值写入喷头%1 %2？</source>
+        <translation>将原始归一化值写入喷头%1 %2？</translation>
+    </message>
+    <message>
+        <source>将修改后的归一化值写入喷头%1 %2？</source>
+        <translation>将修改后的归一化值写入喷头%1 %2？</translation>
+    </message>
 </context>
 <context>
     <name>EmailForm</name>
@@ -508,6 +660,10 @@
         <source>保温中... ...</source>
         <translation>保温中... ...</translation>
     </message>
+    <message>
+        <source>模型文件损坏</source>
+        <translation>模型文件损坏</translation>
+    </message>
 </context>
 <context>
     <name>JobNeeds</name>
@@ -878,6 +1034,54 @@
     <message>
         <source>返回</source>
         <translation>返回</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>请选择打印文件</translation>
+    </message>
+    <message>
+        <source>模型名称</source>
+        <translation>模型名称</translation>
+    </message>
+    <message>
+        <source>打印时间</source>
+        <translation>打印时间</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>结构材料</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>支撑材料</translation>
+    </message>
+    <message>
+        <source>打印机模式</source>
+        <translation>打印机模式</translation>
+    </message>
+    <message>
+        <source>估算层数</source>
+        <translation>估算层数</translation>
+    </message>
+    <message>
+        <source>体积</source>
+        <translation>体积</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>开始打印</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除</source>
+        <translation>模型文件损坏或已删除</translation>
+    </message>
+    <message>
+        <source>没有预览图</source>
+        <translation>没有预览图</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除，请重新添加</source>
+        <translation>模型文件损坏或已删除，请重新添加</translation>
     </message>
 </context>
 <context>

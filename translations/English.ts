@@ -45,6 +45,158 @@
         <source>返回</source>
         <translation>Back</translation>
     </message>
+    <message>
+        <source>拉墨站测试</source>
+        <translation>Ink station test</translation>
+    </message>
+    <message>
+        <source>打点</source>
+        <translation>Print dots</translation>
+    </message>
+    <message>
+        <source>Z轴测试</source>
+        <translation>Z axis test</translation>
+    </message>
+    <message>
+        <source>循环挤蜡</source>
+        <translation>Repeated wax purge</translation>
+    </message>
+    <message>
+        <source>喷头归一化值</source>
+        <translation>Head norm values</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>Head</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>Material</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Support wax</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Structure wax</translation>
+    </message>
+    <message>
+        <source>偏移量</source>
+        <translation>Offset</translation>
+    </message>
+    <message>
+        <source>生成修改值</source>
+        <translation>Make edited values</translation>
+    </message>
+    <message>
+        <source>写入原始值</source>
+        <translation>Write original values</translation>
+    </message>
+    <message>
+        <source>写入修改值</source>
+        <translation>Write edited values</translation>
+    </message>
+    <message>
+        <source>请稍后，准备中...</source>
+        <translation>Please wait, preparing...</translation>
+    </message>
+    <message>
+        <source>墨站是否正确放置，运动范围内是否清洁</source>
+        <translation>Is the ink station in place, and is its range of motion clean?</translation>
+    </message>
+    <message>
+        <source>X轴错误(%1)</source>
+        <translation>X axis error (%1)</translation>
+    </message>
+    <message>
+        <source>关闭弹窗后完成测试</source>
+        <translation>The test ends when this window is closed</translation>
+    </message>
+    <message>
+        <source>请稍后，测试即将完成</source>
+        <translation>Please wait, the test is ending</translation>
+    </message>
+    <message>
+        <source>测试完成(%1)</source>
+        <translation>Test finished (%1)</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Please choose a print file</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>The platform is not in place</translation>
+    </message>
+    <message>
+        <source>是否运动测试？</source>
+        <translation>Run the motion test?</translation>
+    </message>
+    <message>
+        <source>测试时注意人工观察是否异常，Z轴即将回零进行0~145000往复运动？</source>
+        <translation>Watch for anomalies during the test. Z will home and travel between 0 and 145000. Go on?</translation>
+    </message>
+    <message>
+        <source>请稍后，运动测试即将完成</source>
+        <translation>Please wait, the motion test is ending</translation>
+    </message>
+    <message>
+        <source>测试完成，请拷贝日志查看测试次数</source>
+        <translation>Test finished. Copy the logs to see the number of rounds</translation>
+    </message>
+    <message>
+        <source>机器处于非空闲状态(打印/暂停)，无法进行此流程</source>
+        <translation>The machine is not idle (printing/paused), this routine cannot run</translation>
+    </message>
+    <message>
+        <source>请确认喷头下方没有异物，否则将损坏喷头，Z轴即将上下运动？</source>
+        <translation>Make sure that nothing lies under the heads, or they will be damaged. Z will move up and down. Go on?</translation>
+    </message>
+    <message>
+        <source>Z 轴运动中，请注意观察</source>
+        <translation>Z is moving, please watch</translation>
+    </message>
+    <message>
+        <source>喷头下方是否放置容器，即将开始挤蜡？</source>
+        <translation>Is a container under the heads? Purging starts now</translation>
+    </message>
+    <message>
+        <source>是否取消挤蜡？</source>
+        <translation>Cancel the purge?</translation>
+    </message>
+    <message>
+        <source>请稍后，挤蜡即将完成</source>
+        <translation>Please wait, the purge is ending</translation>
+    </message>
+    <message>
+        <source>挤蜡完成</source>
+        <translation>Purge finished</translation>
+    </message>
+    <message>
+        <source>打印时不能读写归一化值</source>
+        <translation>Norm values cannot be read or written while printing</translation>
+    </message>
+    <message>
+        <source>归一化值读写失败(%1)，请查看日志</source>
+        <translation>Reading or writing the norm values failed (%1), please look into the log</translation>
+    </message>
+    <message>
+        <source>归一化值读写完成</source>
+        <translation>Norm values are read and written</translation>
+    </message>
+    <message>
+        <source>将喷头%1 %2的归一化值加上偏移量，存为修改值？</source>
+        <translation>Add the offset to the norm values of head %1 %2 and keep them as edited values?</translation>
+    </message>
+    <message>
+        <source>将原始归一化值写入喷头%1 %2？</source>
+        <translation>Write the original norm values to head %1 %2?</translation>
+    </message>
+    <message>
+        <source>将修改后的归一化值写入喷头%1 %2？</source>
+        <translation>Write the edited norm values to head %1 %2?</translation>
+    </message>
 </context>
 <context>
     <name>EmailForm</name>
@@ -508,6 +660,10 @@
         <source>保温中... ...</source>
         <translation>Keeping warm ...</translation>
     </message>
+    <message>
+        <source>模型文件损坏</source>
+        <translation>The model file is damaged</translation>
+    </message>
 </context>
 <context>
     <name>JobNeeds</name>
@@ -878,6 +1034,54 @@
     <message>
         <source>返回</source>
         <translation>Back</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Please choose a print file</translation>
+    </message>
+    <message>
+        <source>模型名称</source>
+        <translation>Model name</translation>
+    </message>
+    <message>
+        <source>打印时间</source>
+        <translation>Print time</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Structure wax</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Support wax</translation>
+    </message>
+    <message>
+        <source>打印机模式</source>
+        <translation>Printer mode</translation>
+    </message>
+    <message>
+        <source>估算层数</source>
+        <translation>Estimated layers</translation>
+    </message>
+    <message>
+        <source>体积</source>
+        <translation>Volume</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>Start printing</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除</source>
+        <translation>The model file is damaged or deleted</translation>
+    </message>
+    <message>
+        <source>没有预览图</source>
+        <translation>No preview</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除，请重新添加</source>
+        <translation>The model file is damaged or deleted, please add it again</translation>
     </message>
 </context>
 <context>

@@ -45,6 +45,158 @@
         <source>返回</source>
         <translation>Retour</translation>
     </message>
+    <message>
+        <source>拉墨站测试</source>
+        <translation>Test de la station d’encre</translation>
+    </message>
+    <message>
+        <source>打点</source>
+        <translation>Impression de points</translation>
+    </message>
+    <message>
+        <source>Z轴测试</source>
+        <translation>Test de l’axe Z</translation>
+    </message>
+    <message>
+        <source>循环挤蜡</source>
+        <translation>Purge de cire répétée</translation>
+    </message>
+    <message>
+        <source>喷头归一化值</source>
+        <translation>Valeurs de norme des têtes</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>Tête</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>Matériau</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Cire de support</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Cire de structure</translation>
+    </message>
+    <message>
+        <source>偏移量</source>
+        <translation>Décalage</translation>
+    </message>
+    <message>
+        <source>生成修改值</source>
+        <translation>Créer les modifiées</translation>
+    </message>
+    <message>
+        <source>写入原始值</source>
+        <translation>Écrire les d’origine</translation>
+    </message>
+    <message>
+        <source>写入修改值</source>
+        <translation>Écrire les modifiées</translation>
+    </message>
+    <message>
+        <source>请稍后，准备中...</source>
+        <translation>Veuillez patienter, préparation...</translation>
+    </message>
+    <message>
+        <source>墨站是否正确放置，运动范围内是否清洁</source>
+        <translation>La station d’encre est-elle bien en place et sa zone de mouvement est-elle propre&#xa0;?</translation>
+    </message>
+    <message>
+        <source>X轴错误(%1)</source>
+        <translation>Erreur de l’axe X (%1)</translation>
+    </message>
+    <message>
+        <source>关闭弹窗后完成测试</source>
+        <translation>Le test se termine à la fermeture de cette fenêtre</translation>
+    </message>
+    <message>
+        <source>请稍后，测试即将完成</source>
+        <translation>Veuillez patienter, le test se termine</translation>
+    </message>
+    <message>
+        <source>测试完成(%1)</source>
+        <translation>Test terminé (%1)</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Veuillez choisir un fichier à imprimer</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>Le plateau n’est pas en place</translation>
+    </message>
+    <message>
+        <source>是否运动测试？</source>
+        <translation>Lancer le test de mouvement&#xa0;?</translation>
+    </message>
+    <message>
+        <source>测试时注意人工观察是否异常，Z轴即将回零进行0~145000往复运动？</source>
+        <translation>Surveillez toute anomalie pendant le test. L’axe Z va revenir à zéro puis se déplacer entre 0 et 145000. Continuer&#xa0;?</translation>
+    </message>
+    <message>
+        <source>请稍后，运动测试即将完成</source>
+        <translation>Veuillez patienter, le test de mouvement se termine</translation>
+    </message>
+    <message>
+        <source>测试完成，请拷贝日志查看测试次数</source>
+        <translation>Test terminé. Copiez les journaux pour voir le nombre de cycles</translation>
+    </message>
+    <message>
+        <source>机器处于非空闲状态(打印/暂停)，无法进行此流程</source>
+        <translation>La machine n’est pas au repos (impression/pause), cette opération est impossible</translation>
+    </message>
+    <message>
+        <source>请确认喷头下方没有异物，否则将损坏喷头，Z轴即将上下运动？</source>
+        <translation>Vérifiez que rien ne se trouve sous les têtes, sinon elles seront endommagées. L’axe Z va monter et descendre. Continuer&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Z 轴运动中，请注意观察</source>
+        <translation>L’axe Z est en mouvement, veuillez surveiller</translation>
+    </message>
+    <message>
+        <source>喷头下方是否放置容器，即将开始挤蜡？</source>
+        <translation>Un récipient est-il placé sous les têtes&#xa0;? La purge va commencer</translation>
+    </message>
+    <message>
+        <source>是否取消挤蜡？</source>
+        <translation>Annuler la purge&#xa0;?</translation>
+    </message>
+    <message>
+        <source>请稍后，挤蜡即将完成</source>
+        <translation>Veuillez patienter, la purge se termine</translation>
+    </message>
+    <message>
+        <source>挤蜡完成</source>
+        <translation>Purge terminée</translation>
+    </message>
+    <message>
+        <source>打印时不能读写归一化值</source>
+        <translation>Les valeurs de norme ne peuvent être ni lues ni écrites pendant l’impression</translation>
+    </message>
+    <message>
+        <source>归一化值读写失败(%1)，请查看日志</source>
+        <translation>Échec de lecture ou d’écriture des valeurs de norme (%1), veuillez consulter le journal</translation>
+    </message>
+    <message>
+        <source>归一化值读写完成</source>
+        <translation>Valeurs de norme lues et écrites</translation>
+    </message>
+    <message>
+        <source>将喷头%1 %2的归一化值加上偏移量，存为修改值？</source>
+        <translation>Ajouter le décalage aux valeurs de norme de la tête %1 %2 et les garder comme valeurs modifiées ?</translation>
+    </message>
+    <message>
+        <source>将原始归一化值写入喷头%1 %2？</source>
+        <translation>Écrire les valeurs de norme d’origine dans la tête %1 %2 ?</translation>
+    </message>
+    <message>
+        <source>将修改后的归一化值写入喷头%1 %2？</source>
+        <translation>Écrire les valeurs de norme modifiées dans la tête %1 %2 ?</translation>
+    </message>
 </context>
 <context>
     <name>EmailForm</name>
@@ -508,6 +660,10 @@
         <source>保温中... ...</source>
         <translation>Maintien au chaud ...</translation>
     </message>
+    <message>
+        <source>模型文件损坏</source>
+        <translation>Fichier de modèle endommagé</translation>
+    </message>
 </context>
 <context>
     <name>JobNeeds</name>
@@ -878,6 +1034,54 @@
     <message>
         <source>返回</source>
         <translation>Retour</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Veuillez choisir un fichier à imprimer</translation>
+    </message>
+    <message>
+        <source>模型名称</source>
+        <translation>Nom du modèle</translation>
+    </message>
+    <message>
+        <source>打印时间</source>
+        <translation>Durée d’impression</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Cire de structure</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Cire de support</translation>
+    </message>
+    <message>
+        <source>打印机模式</source>
+        <translation>Mode d’impression</translation>
+    </message>
+    <message>
+        <source>估算层数</source>
+        <translation>Couches estimées</translation>
+    </message>
+    <message>
+        <source>体积</source>
+        <translation>Volume</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>Lancer l’impression</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除</source>
+        <translation>Fichier de modèle endommagé ou supprimé</translation>
+    </message>
+    <message>
+        <source>没有预览图</source>
+        <translation>Pas d’aperçu</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除，请重新添加</source>
+        <translation>Fichier de modèle endommagé ou supprimé, veuillez l’ajouter de nouveau</translation>
     </message>
 </context>
 <context>

@@ -45,6 +45,158 @@
         <source>返回</source>
         <translation>뒤로</translation>
     </message>
+    <message>
+        <source>拉墨站测试</source>
+        <translation>잉크 스테이션 테스트</translation>
+    </message>
+    <message>
+        <source>打点</source>
+        <translation>도트 출력</translation>
+    </message>
+    <message>
+        <source>Z轴测试</source>
+        <translation>Z축 테스트</translation>
+    </message>
+    <message>
+        <source>循环挤蜡</source>
+        <translation>왁스 반복 퍼지</translation>
+    </message>
+    <message>
+        <source>喷头归一化值</source>
+        <translation>헤드 정규화 값</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>헤드</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>재료</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>서포트 왁스</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>구조 왁스</translation>
+    </message>
+    <message>
+        <source>偏移量</source>
+        <translation>오프셋</translation>
+    </message>
+    <message>
+        <source>生成修改值</source>
+        <translation>수정값 만들기</translation>
+    </message>
+    <message>
+        <source>写入原始值</source>
+        <translation>원본값 쓰기</translation>
+    </message>
+    <message>
+        <source>写入修改值</source>
+        <translation>수정값 쓰기</translation>
+    </message>
+    <message>
+        <source>请稍后，准备中...</source>
+        <translation>잠시 기다려 주십시오. 준비 중...</translation>
+    </message>
+    <message>
+        <source>墨站是否正确放置，运动范围内是否清洁</source>
+        <translation>잉크 스테이션이 올바르게 놓여 있고 동작 범위가 깨끗합니까?</translation>
+    </message>
+    <message>
+        <source>X轴错误(%1)</source>
+        <translation>X축 오류(%1)</translation>
+    </message>
+    <message>
+        <source>关闭弹窗后完成测试</source>
+        <translation>이 창을 닫으면 테스트가 종료됩니다</translation>
+    </message>
+    <message>
+        <source>请稍后，测试即将完成</source>
+        <translation>잠시 기다려 주십시오. 테스트를 곧 마칩니다</translation>
+    </message>
+    <message>
+        <source>测试完成(%1)</source>
+        <translation>테스트가 완료되었습니다(%1)</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>출력할 파일을 선택하십시오</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>플랫폼이 제자리에 있지 않습니다</translation>
+    </message>
+    <message>
+        <source>是否运动测试？</source>
+        <translation>동작 테스트를 실행하시겠습니까?</translation>
+    </message>
+    <message>
+        <source>测试时注意人工观察是否异常，Z轴即将回零进行0~145000往复运动？</source>
+        <translation>테스트 중 이상이 없는지 직접 관찰하십시오. Z축이 원점 복귀 후 0~145000 범위를 왕복합니다. 계속하시겠습니까?</translation>
+    </message>
+    <message>
+        <source>请稍后，运动测试即将完成</source>
+        <translation>잠시 기다려 주십시오. 동작 테스트를 곧 마칩니다</translation>
+    </message>
+    <message>
+        <source>测试完成，请拷贝日志查看测试次数</source>
+        <translation>테스트가 완료되었습니다. 로그를 복사하여 테스트 횟수를 확인하십시오</translation>
+    </message>
+    <message>
+        <source>机器处于非空闲状态(打印/暂停)，无法进行此流程</source>
+        <translation>장비가 대기 상태가 아닙니다(출력/일시 정지). 이 절차를 진행할 수 없습니다</translation>
+    </message>
+    <message>
+        <source>请确认喷头下方没有异物，否则将损坏喷头，Z轴即将上下运动？</source>
+        <translation>헤드 아래에 이물질이 없는지 확인하십시오. 헤드가 손상될 수 있습니다. Z축이 위아래로 움직입니다. 계속하시겠습니까?</translation>
+    </message>
+    <message>
+        <source>Z 轴运动中，请注意观察</source>
+        <translation>Z축이 움직이고 있습니다. 주의하여 관찰하십시오</translation>
+    </message>
+    <message>
+        <source>喷头下方是否放置容器，即将开始挤蜡？</source>
+        <translation>헤드 아래에 용기를 놓았습니까? 곧 왁스 퍼지를 시작합니다</translation>
+    </message>
+    <message>
+        <source>是否取消挤蜡？</source>
+        <translation>왁스 퍼지를 취소하시겠습니까?</translation>
+    </message>
+    <message>
+        <source>请稍后，挤蜡即将完成</source>
+        <translation>잠시 기다려 주십시오. 왁스 퍼지를 곧 마칩니다</translation>
+    </message>
+    <message>
+        <source>挤蜡完成</source>
+        <translation>왁스 퍼지가 완료되었습니다</translation>
+    </message>
+    <message>
+        <source>打印时不能读写归一化值</source>
+        <translation>출력 중에는 정규화 값을 읽거나 쓸 수 없습니다</translation>
+    </message>
+    <message>
+        <source>归一化值读写失败(%1)，请查看日志</source>
+        <translation>정규화 값을 읽거나 쓰지 못했습니다(%1). 로그를 확인하십시오</translation>
+    </message>
+    <message>
+        <source>归一化值读写完成</source>
+        <translation>정규화 값 읽기/쓰기가 완료되었습니다</translation>
+    </message>
+    <message>
+        <source>将喷头%1 %2的归一化值加上偏移量，存为修改值？</source>
+        <translation>헤드 %1 %2의 정규화 값에 오프셋을 더해 수정값으로 저장하시겠습니까?</translation>
+    </message>
+    <message>
+        <source>将原始归一化值写入喷头%1 %2？</source>
+        <translation>원본 정규화 값을 헤드 %1 %2에 쓰시겠습니까?</translation>
+    </message>
+    <message>
+        <source>将修改后的归一化值写入喷头%1 %2？</source>
+        <translation>수정된 정규화 값을 헤드 %1 %2에 쓰시겠습니까?</translation>
+    </message>
 </context>
 <context>
     <name>EmailForm</name>
@@ -508,6 +660,10 @@
         <source>保温中... ...</source>
         <translation>보온 중 ...</translation>
     </message>
+    <message>
+        <source>模型文件损坏</source>
+        <translation>모델 파일이 손상되었습니다</translation>
+    </message>
 </context>
 <context>
     <name>JobNeeds</name>
@@ -878,6 +1034,54 @@
     <message>
         <source>返回</source>
         <translation>뒤로</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>출력할 파일을 선택하십시오</translation>
+    </message>
+    <message>
+        <source>模型名称</source>
+        <translation>모델 이름</translation>
+    </message>
+    <message>
+        <source>打印时间</source>
+        <translation>출력 시간</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>구조 왁스</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>서포트 왁스</translation>
+    </message>
+    <message>
+        <source>打印机模式</source>
+        <translation>프린터 모드</translation>
+    </message>
+    <message>
+        <source>估算层数</source>
+        <translation>예상 레이어 수</translation>
+    </message>
+    <message>
+        <source>体积</source>
+        <translation>부피</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>출력 시작</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除</source>
+        <translation>모델 파일이 손상되었거나 삭제되었습니다</translation>
+    </message>
+    <message>
+        <source>没有预览图</source>
+        <translation>미리보기 없음</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除，请重新添加</source>
+        <translation>모델 파일이 손상되었거나 삭제되었습니다. 다시 추가하십시오</translation>
     </message>
 </context>
 <context>

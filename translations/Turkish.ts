@@ -45,6 +45,158 @@
         <source>返回</source>
         <translation>Geri</translation>
     </message>
+    <message>
+        <source>拉墨站测试</source>
+        <translation>Mürekkep istasyonu testi</translation>
+    </message>
+    <message>
+        <source>打点</source>
+        <translation>Nokta baskısı</translation>
+    </message>
+    <message>
+        <source>Z轴测试</source>
+        <translation>Z ekseni testi</translation>
+    </message>
+    <message>
+        <source>循环挤蜡</source>
+        <translation>Döngülü mum tahliyesi</translation>
+    </message>
+    <message>
+        <source>喷头归一化值</source>
+        <translation>Kafa norm değerleri</translation>
+    </message>
+    <message>
+        <source>喷头</source>
+        <translation>Kafa</translation>
+    </message>
+    <message>
+        <source>材料</source>
+        <translation>Malzeme</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Destek mumu</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Yapı mumu</translation>
+    </message>
+    <message>
+        <source>偏移量</source>
+        <translation>Ofset</translation>
+    </message>
+    <message>
+        <source>生成修改值</source>
+        <translation>Değiştirilmiş oluştur</translation>
+    </message>
+    <message>
+        <source>写入原始值</source>
+        <translation>Özgün değerleri yaz</translation>
+    </message>
+    <message>
+        <source>写入修改值</source>
+        <translation>Değiştirilmişi yaz</translation>
+    </message>
+    <message>
+        <source>请稍后，准备中...</source>
+        <translation>Lütfen bekleyin, hazırlanıyor...</translation>
+    </message>
+    <message>
+        <source>墨站是否正确放置，运动范围内是否清洁</source>
+        <translation>Mürekkep istasyonu doğru yerleştirildi mi, hareket alanı temiz mi?</translation>
+    </message>
+    <message>
+        <source>X轴错误(%1)</source>
+        <translation>X ekseni hatası (%1)</translation>
+    </message>
+    <message>
+        <source>关闭弹窗后完成测试</source>
+        <translation>Bu pencere kapatıldığında test sona erer</translation>
+    </message>
+    <message>
+        <source>请稍后，测试即将完成</source>
+        <translation>Lütfen bekleyin, test bitiyor</translation>
+    </message>
+    <message>
+        <source>测试完成(%1)</source>
+        <translation>Test tamamlandı (%1)</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Lütfen bir baskı dosyası seçin</translation>
+    </message>
+    <message>
+        <source>平台未放好</source>
+        <translation>Platform yerinde değil</translation>
+    </message>
+    <message>
+        <source>是否运动测试？</source>
+        <translation>Hareket testi yapılsın mı?</translation>
+    </message>
+    <message>
+        <source>测试时注意人工观察是否异常，Z轴即将回零进行0~145000往复运动？</source>
+        <translation>Test sırasında anormallik olup olmadığını gözleyin. Z ekseni sıfıra gidip 0~145000 arasında hareket edecek. Devam edilsin mi?</translation>
+    </message>
+    <message>
+        <source>请稍后，运动测试即将完成</source>
+        <translation>Lütfen bekleyin, hareket testi bitiyor</translation>
+    </message>
+    <message>
+        <source>测试完成，请拷贝日志查看测试次数</source>
+        <translation>Test tamamlandı. Tur sayısını görmek için günlükleri kopyalayın</translation>
+    </message>
+    <message>
+        <source>机器处于非空闲状态(打印/暂停)，无法进行此流程</source>
+        <translation>Makine boşta değil (baskı/duraklatma), bu işlem yapılamaz</translation>
+    </message>
+    <message>
+        <source>请确认喷头下方没有异物，否则将损坏喷头，Z轴即将上下运动？</source>
+        <translation>Kafaların altında hiçbir şey olmadığından emin olun, aksi hâlde kafalar hasar görür. Z ekseni yukarı ve aşağı hareket edecek. Devam edilsin mi?</translation>
+    </message>
+    <message>
+        <source>Z 轴运动中，请注意观察</source>
+        <translation>Z ekseni hareket ediyor, lütfen izleyin</translation>
+    </message>
+    <message>
+        <source>喷头下方是否放置容器，即将开始挤蜡？</source>
+        <translation>Kafaların altında kap var mı? Mum tahliyesi başlayacak</translation>
+    </message>
+    <message>
+        <source>是否取消挤蜡？</source>
+        <translation>Tahliye iptal edilsin mi?</translation>
+    </message>
+    <message>
+        <source>请稍后，挤蜡即将完成</source>
+        <translation>Lütfen bekleyin, tahliye bitiyor</translation>
+    </message>
+    <message>
+        <source>挤蜡完成</source>
+        <translation>Tahliye tamamlandı</translation>
+    </message>
+    <message>
+        <source>打印时不能读写归一化值</source>
+        <translation>Baskı sırasında norm değerleri okunamaz ve yazılamaz</translation>
+    </message>
+    <message>
+        <source>归一化值读写失败(%1)，请查看日志</source>
+        <translation>Norm değerleri okunamadı veya yazılamadı (%1), lütfen günlüğe bakın</translation>
+    </message>
+    <message>
+        <source>归一化值读写完成</source>
+        <translation>Norm değerleri okundu ve yazıldı</translation>
+    </message>
+    <message>
+        <source>将喷头%1 %2的归一化值加上偏移量，存为修改值？</source>
+        <translation>Kafa %1 %2: norm değerlerine ofset eklenip değiştirilmiş değerler olarak kaydedilsin mi?</translation>
+    </message>
+    <message>
+        <source>将原始归一化值写入喷头%1 %2？</source>
+        <translation>Özgün norm değerleri yazılsın mı? Kafa %1 %2</translation>
+    </message>
+    <message>
+        <source>将修改后的归一化值写入喷头%1 %2？</source>
+        <translation>Değiştirilmiş norm değerleri yazılsın mı? Kafa %1 %2</translation>
+    </message>
 </context>
 <context>
     <name>EmailForm</name>
@@ -508,6 +660,10 @@
         <source>保温中... ...</source>
         <translation>Sıcak tutuluyor ...</translation>
     </message>
+    <message>
+        <source>模型文件损坏</source>
+        <translation>Model dosyası bozuk</translation>
+    </message>
 </context>
 <context>
     <name>JobNeeds</name>
@@ -878,6 +1034,54 @@
     <message>
         <source>返回</source>
         <translation>Geri</translation>
+    </message>
+    <message>
+        <source>请选择打印文件</source>
+        <translation>Lütfen bir baskı dosyası seçin</translation>
+    </message>
+    <message>
+        <source>模型名称</source>
+        <translation>Model adı</translation>
+    </message>
+    <message>
+        <source>打印时间</source>
+        <translation>Baskı süresi</translation>
+    </message>
+    <message>
+        <source>结构材料</source>
+        <translation>Yapı mumu</translation>
+    </message>
+    <message>
+        <source>支撑材料</source>
+        <translation>Destek mumu</translation>
+    </message>
+    <message>
+        <source>打印机模式</source>
+        <translation>Yazıcı kipi</translation>
+    </message>
+    <message>
+        <source>估算层数</source>
+        <translation>Tahmini katman sayısı</translation>
+    </message>
+    <message>
+        <source>体积</source>
+        <translation>Boyutlar</translation>
+    </message>
+    <message>
+        <source>开始打印</source>
+        <translation>Baskıyı başlat</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除</source>
+        <translation>Model dosyası bozuk veya silinmiş</translation>
+    </message>
+    <message>
+        <source>没有预览图</source>
+        <translation>Önizleme yok</translation>
+    </message>
+    <message>
+        <source>模型文件损坏或已删除，请重新添加</source>
+        <translation>Model dosyası bozuk veya silinmiş, lütfen yeniden ekleyin</translation>
     </message>
 </context>
 <context>
