@@ -8,7 +8,7 @@ namespace
 {
 constexpr int base64Line = 76; // characters of a body line
 constexpr int headerLine = 78;
-constexpr int encodedBytes = 45; // of a subject in one encoded word: 60 characters, 72 with its frame
+constexpr int encodedBytes = 39; // of a subject in one encoded word: 64 characters with its frame
 
 bool isPlain(const QString &text)
 {

@@ -16,19 +16,22 @@ class Dialogue
 public:
     void sent(const QByteArray &line)
     {
-        m_command = line.startsWith("MAIL ") || line.startsWith("RCPT ") ? line.trimmed() : QByteArray();
+        m_over = m_over || line.startsWith("QUIT"); // the answer to it is no answer to the mail
+        m_command = line.startsWith("RCPT ") ? line.trimmed() : QByteArray();
     }
     void received(const QByteArray &line)
     {
+        if (m_over)
+            return;
         m_reply = QString::fromUtf8(line).simplified();
         const bool refused = m_reply.startsWith(QLatin1Char('4')) || m_reply.startsWith(QLatin1Char('5'));
-        if (refused && m_command.startsWith("RCPT "))
+        if (refused && !m_command.isEmpty())
             m_refused << QStringLiteral("%1 (%2)").arg(address(), m_reply);
-        m_anyRefusal = refused;
+        m_isRefused = refused;
     }
     QString reply() const { return m_reply; }
     /// The last reply was a refusal.
-    bool isRefused() const { return m_anyRefusal; }
+    bool isRefused() const { return m_isRefused; }
     QStringList refusedRecipients() const { return m_refused; }
 
 private:
@@ -38,9 +41,10 @@ private:
         return QString::fromUtf8(m_command.mid(from, m_command.indexOf('>') - from));
     }
 
-    QByteArray m_command;
+    QByteArray m_command; ///< of one recipient, else empty
+    bool m_over = false;
     QString m_reply;
-    bool m_anyRefusal = false;
+    bool m_isRefused = false;
     QStringList m_refused;
 };
 

@@ -50,7 +50,10 @@ bool Smtp::connectToServer(const QString &host, quint16 port, bool ssl)
         return false;
     }
     m_response = readReply();
-    return isAnswered("220");
+    if (isAnswered("220"))
+        return true;
+    m_socket.abort();
+    return false;
 }
 
 bool Smtp::send(const QStringList &recipients, const QString &mailText)
