@@ -187,15 +187,15 @@
     </message>
     <message>
         <source>将喷头%1 %2的归一化值加上偏移量，存为修改值？</source>
-        <translation>Ajouter le décalage aux valeurs de norme de la tête %1 %2 et les garder comme valeurs modifiées ?</translation>
+        <translation>Ajouter le décalage aux valeurs de norme de la tête %1 %2 et les garder comme valeurs modifiées&#xa0;?</translation>
     </message>
     <message>
         <source>将原始归一化值写入喷头%1 %2？</source>
-        <translation>Écrire les valeurs de norme d’origine dans la tête %1 %2 ?</translation>
+        <translation>Écrire les valeurs de norme d’origine dans la tête %1 %2&#xa0;?</translation>
     </message>
     <message>
         <source>将修改后的归一化值写入喷头%1 %2？</source>
-        <translation>Écrire les valeurs de norme modifiées dans la tête %1 %2 ?</translation>
+        <translation>Écrire les valeurs de norme modifiées dans la tête %1 %2&#xa0;?</translation>
     </message>
 </context>
 <context>
