@@ -1,7 +1,7 @@
 #pragma once
-// Moves that wait for their axis, as cleaning and service runs string them together. 0, or the event of the axis
-// that did not arrive, with a log line; a command that was lost counts as that too: what follows relies on the
-// axis being where it was sent. Job thread or service page's worker.
+// Moves that wait for their axis, as cleaning and service runs string them together. 0, or the event of the
+// axis that did not arrive, with a log line; a command that was lost counts as that too: what follows relies
+// on the axis being where it was sent. Job thread or service page's worker.
 
 /// A place of config/Sys.json, in its axis' units.
 float configuredPlace(const char *key);

@@ -1,7 +1,7 @@
 #pragma once
-// The runs of the service page. Each repeats a round of moves until its flag is taken back, which it sees at the
-// end of a round, or until something fails. They hold their thread: service page's worker, on a machine that does
-// nothing else.
+// The runs of the service page. Each repeats a round of moves until its flag is taken back, which it sees at
+// the end of a round, or until something fails. They hold their thread: service page's worker, on a machine
+// that does nothing else.
 
 #include <atomic>
 

@@ -4,8 +4,11 @@
 #include "forms/CopyFile.h"
 #include "forms/Icons.h"
 #include "forms/ListTable.h"
+#include "forms/PrintInfoForm.h"
+#include "frame/Folders.h"
 #include "frame/Singleton.h"
 #include "platform/Volumes.h"
+#include "printdata/ModelFile.h"
 #include "printdata/QueueNotice.h"
 #include "ui_FileForm.h"
 
@@ -209,6 +212,19 @@ void FileForm::on_pushButton_reprint_clicked()
     reprintModel(name);
     refresh(true);
     ui->tableView->selectRow(0);
+}
+
+int FileForm::showModelView(QPixmap &pixmap, QString fileName)
+{
+    return readModelView(modelPath(fileName), &pixmap);
+}
+
+void FileForm::on_tableView_clicked(QModelIndex index)
+{
+    if (index.column() != DetailsColumn || index.row() >= m_model.rowCount())
+        return;
+    printInfoForm()->showModel(m_model.item(index.row(), NameColumn)->text());
+    emit showWidgetInStacked(printInfoForm());
 }
 
 void FileForm::uDiskChange(uint8_t code)

@@ -5,6 +5,7 @@
 #include "printdata/PrintQueue.h"
 
 #include <QList>
+#include <QModelIndex>
 #include <QStandardItemModel>
 #include <QWidget>
 #include <memory>
@@ -28,6 +29,10 @@ public:
     bool copyFile(const QString &src, const QString &dst, bool keepAsIs);
 
 public slots:
+    /// The large preview of a model; 0, or -1 when the model cannot be read.
+    int showModelView(QPixmap &pixmap, QString fileName);
+    /// The last column opens the model's details.
+    void on_tableView_clicked(QModelIndex index);
     /// Shows the tab anew from its first row, if the page is on screen. `changed` as in QueueNotice.h.
     void refresh(bool changed);
     /// Fills the table from row `startIndex` of the tab, if it is on screen. Eight bits: right up to row 255.

@@ -6,6 +6,7 @@
 #include "forms/FileForm.h"
 #include "forms/Icons.h"
 #include "forms/MaterialForm.h"
+#include "forms/TimeText.h"
 #include "forms/StyleProperty.h"
 #include "frame/Folders.h"
 #include "frame/Singleton.h"
@@ -37,14 +38,6 @@ constexpr int ringWidth = 16;
 constexpr int topOfRing = 90 * 16; ///< sixteenths of a degree, as QPainter counts
 const QColor ringColour(0xf2, 0xa3, 0x3c);
 const QColor troughColour(0x2b, 0x33, 0x3d);
-
-QString hoursAndMinutes(int seconds)
-{
-    const int minutes = qMax(0, seconds) / 60;
-    return QStringLiteral("%1:%2")
-        .arg(minutes / 60, 2, 10, QLatin1Char('0'))
-        .arg(minutes % 60, 2, 10, QLatin1Char('0'));
-}
 } // namespace
 
 HomeForm *homeForm()
@@ -172,10 +165,11 @@ void HomeForm::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     ui->pushButton_printImage->setEnabled(false);
-    const bool idle = xdmControl()->getPrintStatus() == PrintStatusIdle;
+    // A start that is under way keeps the model that it was given.
+    const bool idle = xdmControl()->getPrintStatus() == PrintStatusIdle && !m_asking;
     const QString name = idle ? loadFile() : sliceToImage()->fileName();
-    if (!name.isEmpty())
-        ui->pushButton_printImage->setEnabled(true);
+    // What the slicer would not read must not have the model before it printed in its place.
+    ui->pushButton_printImage->setEnabled(!name.isEmpty() && name == sliceToImage()->fileName());
     loadPicture(name);
     const int ending = name.lastIndexOf(QLatin1String(".tzl"));
     ui->label_Name->setText(ending < 0 ? name : name.left(ending));
@@ -191,12 +185,12 @@ QString HomeForm::loadFile()
         ui->label_tips->setText(tr("请选择打印文件"));
         return name;
     }
-    sliceToImage()->loadModelInfo(modelPath(name));
+    const bool readable = sliceToImage()->loadModelInfo(modelPath(name)) == 0;
     const QSettings settings(modelIniPath(name), QSettings::IniFormat);
     xdmControl()->resetPrintState(settings.value("printTime").toDouble());
     ui->label_EndTime->clear();
     ui->label_StartTime->clear();
-    ui->label_tips->clear();
+    ui->label_tips->setText(readable ? QString() : tr("模型文件损坏"));
     return name;
 }
 
