@@ -109,54 +109,52 @@ void setServer(CURL *curl, const Account &account, const QString &authorities)
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
 }
 
-/// What each kind of failure means to the person who set the account up.
-Failure failureOf(CURLcode code, const Account &account, const Dialogue &dialogue, const char *detail)
+struct FailureText {
+    CURLcode code;
+    Exit exit;
+    const char *text; ///< %1 host and port, %2 the server's or the library's own words
+};
+
+/// What a failure means to the person who has set the account up.
+constexpr FailureText failureTexts[] = {
+    {CURLE_COULDNT_RESOLVE_HOST, Exit::NoConnection,
+     "The mail server %1 is not known (%2). Check the server's name and the machine's network."},
+    {CURLE_COULDNT_CONNECT, Exit::NoConnection,
+     "No connection to the mail server %1 (%2). Check name, port and network."},
+    {CURLE_OPERATION_TIMEDOUT, Exit::NoConnection,
+     "The mail server %1 did not answer in time (%2). Check port and SSL; try again later."},
+    {CURLE_PEER_FAILED_VERIFICATION, Exit::Tls,
+     "The certificate of the mail server %1 is not trusted (%2). Check the server's name, or put your own "
+     "authority's certificate beside the mail tool as ca.pem."},
+    {CURLE_SSL_CACERT_BADFILE, Exit::Tls, "The file ca.pem beside the mail tool is no certificate (%2)."},
+    {CURLE_SSL_CONNECT_ERROR, Exit::Tls,
+     "No TLS with the mail server %1 (%2). Check port and SSL: 465 with SSL, 587 without."},
+    {CURLE_USE_SSL_FAILED, Exit::Tls, "The mail server %1 does not come to TLS (%2)."},
+    {CURLE_LOGIN_DENIED, Exit::Login,
+     "The mail server %1 refused the login (%2). Check sender address and password."},
+};
+constexpr FailureText recipientRefused = {CURLE_SEND_ERROR, Exit::Refused,
+                                          "The mail server %1 refused the recipient %2. Check the address."};
+constexpr FailureText mailRefused = {
+    CURLE_SEND_ERROR, Exit::Refused,
+    "The mail server %1 refused the mail: %2. Check sender address, password and recipients."};
+constexpr FailureText connectionBroke = {
+    CURLE_SEND_ERROR, Exit::NoConnection,
+    "The connection to the mail server %1 broke (%2). Check port and SSL; try again later."};
+
+Failure failureOf(CURLcode code, const QString &place, const Dialogue &dialogue, const QString &detail)
 {
-    static const struct {
-        CURLcode code;
-        Exit exit;
-        const char *text; // %1 host and port, %2 the library's own words
-    } table[] = {
-        {CURLE_COULDNT_RESOLVE_HOST, Exit::NoConnection,
-         "The mail server %1 is not known. Check the server's name and the machine's network."},
-        {CURLE_COULDNT_CONNECT, Exit::NoConnection,
-         "No connection to the mail server %1. Check name, port and network."},
-        {CURLE_OPERATION_TIMEDOUT, Exit::NoConnection,
-         "The mail server %1 did not answer in time. Check port and SSL; try again later."},
-        {CURLE_PEER_FAILED_VERIFICATION, Exit::Tls,
-         "The certificate of the mail server %1 is not trusted (%2). Check the server's name, or put your "
-         "own "
-         "authority's certificate beside the mail tool as ca.pem."},
-        {CURLE_SSL_CACERT_BADFILE, Exit::Tls, "The file ca.pem beside the mail tool is no certificate (%2)."},
-        {CURLE_SSL_CONNECT_ERROR, Exit::Tls,
-         "No TLS with the mail server %1 (%2). Check port and SSL: 465 with SSL, 587 without."},
-        {CURLE_USE_SSL_FAILED, Exit::Tls, "The mail server %1 does not come to TLS (%2)."},
-        {CURLE_LOGIN_DENIED, Exit::Login,
-         "The mail server %1 refused the login (%2). Check sender address and password."},
+    const auto failure = [&place](const FailureText &row, const QString &words) {
+        return Failure{row.exit, QString::fromUtf8(row.text).arg(place, words)};
     };
-    const QString place = account.place();
-    for (const auto &row : table) {
+    for (const FailureText &row : failureTexts) {
         if (row.code == code)
-            return {row.exit,
-                    QString::fromUtf8(row.text)
-                        .replace(QLatin1String("%1"), place)
-                        .replace(QLatin1String("%2"),
-                                 row.exit == Exit::Login ? dialogue.reply() : QString::fromUtf8(detail))};
+            return failure(row, code == CURLE_LOGIN_DENIED ? dialogue.reply() : detail);
     }
     const QStringList refused = dialogue.refusedRecipients();
     if (!refused.isEmpty())
-        return {Exit::Refused,
-                QStringLiteral("The mail server %1 refused the recipient %2. Check the address.")
-                    .arg(place, refused.join(QStringLiteral(", ")))};
-    if (dialogue.isRefused())
-        return {Exit::Refused,
-                QStringLiteral("The mail server %1 refused the mail: %2. Check sender address, "
-                               "password and recipients.")
-                    .arg(place, dialogue.reply())};
-    return {Exit::NoConnection,
-            QStringLiteral(
-                "The connection to the mail server %1 broke (%2). Check port and SSL; try again later.")
-                .arg(place, QString::fromUtf8(detail))};
+        return failure(recipientRefused, refused.join(QStringLiteral(", ")));
+    return dialogue.isRefused() ? failure(mailRefused, dialogue.reply()) : failure(connectionBroke, detail);
 }
 } // namespace
 
@@ -185,6 +183,7 @@ QStringList sendMail(const Account &account, const QByteArray &message, const QS
 
     const CURLcode code = curl_easy_perform(curl.get());
     if (code != CURLE_OK)
-        throw failureOf(code, account, dialogue, *detail ? detail : curl_easy_strerror(code));
+        throw failureOf(code, account.place(), dialogue,
+                        QString::fromUtf8(*detail ? detail : curl_easy_strerror(code)));
     return dialogue.refusedRecipients();
 }

@@ -8,7 +8,6 @@
 #include "support/TestInstall.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <thread>
@@ -58,10 +57,7 @@ private slots:
     void hangingToolIsEnded()
     {
         setTool("echo $$; exec sleep 100");
-        QElapsedTimer timer;
-        timer.start();
         const QByteArray heard = SendEmail("hang", "body", 1000);
-        QVERIFY(timer.elapsed() < 10000);
         QVERIFY(heard.trimmed().toInt() > 0);
         QVERIFY(!QFile::exists("/proc/" + heard.trimmed()));
         QCOMPARE(bodyFiles(), QStringList());

@@ -1,12 +1,13 @@
 // The SMTP client and the mail tool against a real mail server.
 
-#include "MailServer.h"
 #include "events/Smtp.h"
 #include "support/TestInstall.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
 #include <QSslConfiguration>
 #include <QTest>
 
@@ -17,6 +18,38 @@ const QString password = "Geheim-wax-7";
 const QStringList login{"--login", from + ":" + password};
 const QStringList tls{"--tls", "--cert", "cert.pem", "--key", "key.pem"};
 const QStringList startTls{"--starttls", "--cert", "cert.pem", "--key", "key.pem"};
+
+/// A mail server of its own process on a loopback port; options are those of smtp_server.py.
+struct MailServer : QProcess {
+    explicit MailServer(const QStringList &options)
+    {
+        setProcessChannelMode(ForwardedErrorChannel);
+        start(PELORA_PYTHON, QStringList{SMTP_SERVER} + options);
+        port = quint16(next()["port"].toInt());
+        if (port == 0)
+            qFatal("the mail server of the tests does not start: is python3-aiosmtpd installed?");
+    }
+    ~MailServer() override
+    {
+        closeWriteChannel();
+        waitForFinished(5000);
+    }
+    /// Other options, apart from TLS, for what connects from now on.
+    void set(const QStringList &options)
+    {
+        write(options.join(' ').toUtf8() + '\n');
+        while (!next().contains("set")) // past what earlier sessions have left
+            ;
+    }
+    /// The next mail that it took or login that it saw; empty when none comes.
+    QJsonObject next()
+    {
+        while (!canReadLine() && waitForReadyRead(10000))
+            ;
+        return QJsonDocument::fromJson(readLine()).object();
+    }
+    quint16 port = 0;
+};
 
 struct Said {
     int code;
@@ -46,7 +79,7 @@ void writeAccount(const QString &host, QJsonObject more = {})
 
 QString localhost(const MailServer &server)
 {
-    return QString("localhost:%1").arg(server.port());
+    return QString("localhost:%1").arg(server.port);
 }
 } // namespace
 
@@ -65,7 +98,12 @@ class TestSmtp : public QObject
 private slots:
     void initTestCase()
     {
-        makeCertificate();
+        QCOMPARE(QProcess::execute("openssl",
+                                   QString("req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes "
+                                           "-keyout key.pem -out cert.pem -days 2 -subj /CN=localhost "
+                                           "-addext subjectAltName=DNS:localhost")
+                                       .split(' ')),
+                 0);
         QDir().mkpath("Postrel");
         QVERIFY(QFile::copy(POSTREL, "Postrel/Postrel.exe"));
         writeFile("body", "第一行\n.\n.dot\nlast");
@@ -87,7 +125,7 @@ private slots:
             MailServer server(row.options + login);
             writeAccount(localhost(server), {{"SslOnConnect", row.ssl}});
             const Said said = postrel(subject);
-            QCOMPARE(said.text, QString("Sent to a@b.example, 王@c.example by %1.\n").arg(localhost(server)));
+            QCOMPARE(said.text, "Sent to a@b.example, 王@c.example by " + localhost(server) + ".\n");
             QCOMPARE(said.code, 0);
             QCOMPARE(server.next()["tried"].toString(), from + ":" + password);
             const QJsonObject mail = server.next();
@@ -119,7 +157,6 @@ private slots:
             {plain, {}, {{"Host", "nobody.invalid"}}, 3, "is not known"},
             {plain, {"--unknown", "a@b"}, {}, 6, "it refused the recipient a@b.example (550"},
             {plain, {}, {{"Host", ""}}, 2, "No mail server is set"},
-            {plain, {}, {{"Host", "a b"}}, 2, "no host name"},
             {plain, {}, {{"Host", "smtp://x"}}, 2, "no host name"},
             {plain, {}, {{"Host", "x:70000"}}, 2, "no host name"},
             {plain, {}, {{"From", QJsonValue()}}, 2, "No sender address is set"},
@@ -136,12 +173,10 @@ private slots:
             QVERIFY(!said.text.contains(password));
         }
         trust(true);
-        writeAccount(QString("127.0.0.1:%1").arg(tlsOnly.port()), {{"SslOnConnect", true}});
+        writeAccount(QString("127.0.0.1:%1").arg(tlsOnly.port), {{"SslOnConnect", true}});
         QCOMPARE(postrel().code, 4); // trusted, but for another name
-        writeFile("config/email.json", "{\"Host\":");
-        QCOMPARE(postrel().code, 2);
         QCOMPARE(postrel("", {"-a", "absent", "-b", "body"}).code, 2);
-        writeAccount("localhost");
+        QCOMPARE(postrel("", {"-a", "body", "-b", "body"}).code, 2);
         QCOMPARE(postrel("", {"-a", "config/email.json", "-b", "absent"}).code, 2);
         QCOMPARE(postrel("", {"-a", "config/email.json", "-b"}).code, 1);
     }
@@ -151,7 +186,7 @@ private slots:
         for (const bool ssl : {false, true}) {
             MailServer server((ssl ? tls : QStringList()) + login + QStringList{"--slow", "20"});
             Smtp smtp(from, password);
-            QVERIFY(smtp.connectToServer("localhost", server.port(), ssl));
+            QVERIFY(smtp.connectToServer("localhost", server.port, ssl));
             QVERIFY(smtp.send({"a@b.example", "c@d.example"}, "Subject: hi\n\n.\n.dot\n"));
             QCOMPARE(smtp.responses().size(), 9);
             QVERIFY(smtp.responses().first().contains("\n250")); // an answer of several lines
@@ -162,7 +197,7 @@ private slots:
             QCOMPARE(mail["tls"].toBool(), ssl);
         }
         MailServer slow({"--slow", "5000"});
-        QVERIFY(!Smtp(from, password, 100).connectToServer("localhost", slow.port(), false));
+        QVERIFY(!Smtp(from, password, 100).connectToServer("localhost", slow.port, false));
     }
 
     void refusalsAndBrokenConnections()
@@ -179,7 +214,7 @@ private slots:
                 server.set(login + QStringList{refuse ? "--refuse" : "--close", row.step});
                 Smtp smtp(from, password, 2000);
                 const int state = refuse ? row.refused : row.broken;
-                QCOMPARE(smtp.connectToServer("localhost", server.port(), false), state != 0);
+                QCOMPARE(smtp.connectToServer("localhost", server.port, false), state != 0);
                 QVERIFY(!smtp.send({"a@b.example"}, "text"));
                 QVERIFY2(state == 0 || smtp.state() == state, row.step);
                 writeAccount(localhost(server));
