@@ -23,6 +23,26 @@
         <source>添加</source>
         <translation>添加</translation>
     </message>
+    <message>
+        <source>正在使用，未添加</source>
+        <translation>正在使用，未添加</translation>
+    </message>
+    <message>
+        <source>文件名无效，未添加</source>
+        <translation>文件名无效，未添加</translation>
+    </message>
+    <message>
+        <source>复制失败，请检查U盘和磁盘空间</source>
+        <translation>复制失败，请检查U盘和磁盘空间</translation>
+    </message>
+    <message>
+        <source>文件损坏，无法打印</source>
+        <translation>文件损坏，无法打印</translation>
+    </message>
+    <message>
+        <source>%1个文件已添加，%2个有问题：</source>
+        <translation>%1个文件已添加，%2个有问题：</translation>
+    </message>
 </context>
 <context>
     <name>BackgroundService</name>

@@ -23,6 +23,26 @@
         <source>添加</source>
         <translation>Add</translation>
     </message>
+    <message>
+        <source>正在使用，未添加</source>
+        <translation>In use, not added</translation>
+    </message>
+    <message>
+        <source>文件名无效，未添加</source>
+        <translation>File name not valid, not added</translation>
+    </message>
+    <message>
+        <source>复制失败，请检查U盘和磁盘空间</source>
+        <translation>Copying failed, please check the USB disk and the disk space</translation>
+    </message>
+    <message>
+        <source>文件损坏，无法打印</source>
+        <translation>File damaged, cannot be printed</translation>
+    </message>
+    <message>
+        <source>%1个文件已添加，%2个有问题：</source>
+        <translation>%1 files added, %2 with problems:</translation>
+    </message>
 </context>
 <context>
     <name>BackgroundService</name>

@@ -23,6 +23,26 @@
         <source>添加</source>
         <translation>Ajouter</translation>
     </message>
+    <message>
+        <source>正在使用，未添加</source>
+        <translation>En cours d’utilisation, non ajouté</translation>
+    </message>
+    <message>
+        <source>文件名无效，未添加</source>
+        <translation>Nom de fichier non valide, non ajouté</translation>
+    </message>
+    <message>
+        <source>复制失败，请检查U盘和磁盘空间</source>
+        <translation>Échec de la copie, veuillez vérifier la clé USB et l’espace disque</translation>
+    </message>
+    <message>
+        <source>文件损坏，无法打印</source>
+        <translation>Fichier endommagé, impression impossible</translation>
+    </message>
+    <message>
+        <source>%1个文件已添加，%2个有问题：</source>
+        <translation>%1 fichiers ajoutés, %2 avec problème&#xa0;:</translation>
+    </message>
 </context>
 <context>
     <name>BackgroundService</name>

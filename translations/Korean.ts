@@ -23,6 +23,26 @@
         <source>添加</source>
         <translation>추가</translation>
     </message>
+    <message>
+        <source>正在使用，未添加</source>
+        <translation>사용 중이므로 추가하지 않았습니다</translation>
+    </message>
+    <message>
+        <source>文件名无效，未添加</source>
+        <translation>파일 이름이 올바르지 않아 추가하지 않았습니다</translation>
+    </message>
+    <message>
+        <source>复制失败，请检查U盘和磁盘空间</source>
+        <translation>복사하지 못했습니다. USB 메모리와 디스크 공간을 확인하십시오</translation>
+    </message>
+    <message>
+        <source>文件损坏，无法打印</source>
+        <translation>파일이 손상되어 출력할 수 없습니다</translation>
+    </message>
+    <message>
+        <source>%1个文件已添加，%2个有问题：</source>
+        <translation>파일 %1개를 추가했으며 %2개에 문제가 있습니다:</translation>
+    </message>
 </context>
 <context>
     <name>BackgroundService</name>

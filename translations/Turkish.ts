@@ -23,6 +23,26 @@
         <source>添加</source>
         <translation>Ekle</translation>
     </message>
+    <message>
+        <source>正在使用，未添加</source>
+        <translation>Kullanımda, eklenmedi</translation>
+    </message>
+    <message>
+        <source>文件名无效，未添加</source>
+        <translation>Dosya adı geçersiz, eklenmedi</translation>
+    </message>
+    <message>
+        <source>复制失败，请检查U盘和磁盘空间</source>
+        <translation>Kopyalanamadı, lütfen USB belleği ve disk alanını kontrol edin</translation>
+    </message>
+    <message>
+        <source>文件损坏，无法打印</source>
+        <translation>Dosya bozuk, basılamaz</translation>
+    </message>
+    <message>
+        <source>%1个文件已添加，%2个有问题：</source>
+        <translation>%1 dosya eklendi, %2 sorunlu:</translation>
+    </message>
 </context>
 <context>
     <name>BackgroundService</name>
