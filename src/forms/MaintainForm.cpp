@@ -61,7 +61,7 @@ MaintainForm::~MaintainForm() = default;
 void MaintainForm::setUpTable()
 {
     QTableView *table = ui->tableView;
-    setUpList(table, &m_model, {278, 178, 96});
+    setUpList(table, &m_model, {262, 198, 92});
     m_model.setHorizontalHeaderLabels({tr("维护项目"), tr("剩余"), tr("状态")});
     table->horizontalHeader()->show();
     table->horizontalHeader()->setFixedHeight(headerHeight);
