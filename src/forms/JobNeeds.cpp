@@ -64,22 +64,22 @@ JobNeeds::Card JobNeeds::makeCard(int x, const char *barRole)
     frame->setProperty("role", "card");
     frame->setGeometry(x, 0, cardWidth, cardHeight);
     const int width = cardWidth - 2 * margin;
-    const auto label = [&](const char *role, const QRect &place, Qt::Alignment alignment) {
+    const auto label = [&](const char *role, const QRect &place) {
         auto *made = new WrapLabel(frame);
         made->setProperty("role", role);
         made->setGeometry(place);
-        made->setAlignment(alignment | Qt::AlignVCenter);
+        made->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         return made;
     };
-    label("caption", {margin, 8, 132, 40}, Qt::AlignLeft)->setText(tr("等待任务需要"));
+    label("caption", {margin, 6, width, 24})->setText(tr("等待任务需要"));
     Card card;
-    card.verdict = label("verdict", {margin + 136, 8, width - 136, 40}, Qt::AlignRight);
     card.bar = new QProgressBar(frame);
     card.bar->setProperty("role", barRole);
     card.bar->setTextVisible(false);
     card.bar->setRange(0, barSteps);
-    card.bar->setGeometry(margin, 54, width, 14);
-    card.grams = label("quiet", {margin, 74, width, 30}, Qt::AlignLeft);
+    card.bar->setGeometry(margin, 34, width, 14);
+    card.grams = label("quiet", {margin, 50, width, 28});
+    card.verdict = label("verdict", {margin, 77, width, 28});
     return card;
 }
 

@@ -40,7 +40,8 @@ PlotCurve airCurve(const TrendData &data, int index, const QString &name, JsonCo
     PlotCurve shown;
     shown.name = name;
     shown.curve = data.air[size_t(index)];
-    shown.constant = qRound(config->getFloat(key));
+    const int set = qRound(config->getFloat(key));
+    shown.constant = index < trendPressures - 1 ? -qAbs(set) : set; // set as a depth, read as a pressure
     shown.hasConstant = shown.constant != 0;
     return shown;
 }

@@ -285,7 +285,7 @@ void TrendPlot::paintLegend(QPainter *painter)
     const int width = (rect().width() - 2 * margin) / columns;
     const QFontMetrics metrics(painter->font());
     for (int i = 0; i < m_curves.size(); ++i) {
-        const QRect cell(margin + i % columns * width, margin / 2 + i / columns * legendRow, width - 16,
+        const QRect cell(margin + i % columns * width, margin / 2 + i / columns * legendRow, width - 28,
                          legendRow);
         const QString value = valueText(m_curves[i]);
         const QString name = QStringLiteral("%1  %2").arg(i + 1).arg(m_curves[i].name);
