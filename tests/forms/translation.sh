@@ -12,11 +12,12 @@ sub fail { print "@_\n"; ++$bad }
 sub frame {
     my $text = shift;
     my ($before) = $text =~ /^(\s*)/;
-    my ($after) = $text =~ /(\s|：)?$/; # the wide colon holds its blank
-    join "|", sort($text =~ /%[\dnL]+|&lt;\/?[a-z]+|&quot;\w+&quot;\s*:|\n/g), "$before.", defined $after ? "blank" : "";
+    my ($after) = $text =~ /(\s*)$/;
+    join "|", sort($text =~ /%[\dnL]+|&lt;\/?[a-z]+|&quot;\w+&quot;\s*:|\n/g), "$before.$after";
 }
 sub wrong {
     my ($language, $text, $kind, $told) = @_;
+    $told =~ s/\s$// if $text =~ /：$/; # the wide colon holds its blank
     return "not translated" if $kind ne "" || $told !~ /\S/;
     return "differs" if frame($text) ne frame($told);
     return $text eq $told ? "" : "not its source" if $language eq "Chinese";
