@@ -1,5 +1,7 @@
 #pragma once
-// Which touches ask for the on-screen keyboard.
+// Edit boxes of a page: their hints' colour, and which touches ask for the on-screen keyboard.
+
+#include "forms/StyleProperty.h"
 
 #include <QAbstractScrollArea>
 #include <QEvent>
@@ -14,4 +16,23 @@ inline bool isEditBoxPress(QObject *watched, QEvent *event)
         return false;
     return qobject_cast<QLineEdit *>(watched) || qobject_cast<QTextEdit *>(watched) ||
            (watched->parent() && qobject_cast<QTextEdit *>(watched->parent()));
+}
+
+/// Has the page's event filter see every press of its edit boxes, and the style sheet tell a hint from a
+/// text: it gives both one colour otherwise.
+inline void setUpEditBoxes(QWidget *page)
+{
+    const auto tellHints = [](auto *box, auto isEmpty) {
+        const auto tell = [box, isEmpty] { setStyleProperty(box, "hint", isEmpty()); };
+        QObject::connect(box, &std::remove_pointer_t<decltype(box)>::textChanged, box, tell);
+        tell();
+    };
+    for (QLineEdit *box : page->findChildren<QLineEdit *>()) {
+        box->installEventFilter(page);
+        tellHints(box, [box] { return box->text().isEmpty(); });
+    }
+    for (QTextEdit *box : page->findChildren<QTextEdit *>()) {
+        box->viewport()->installEventFilter(page);
+        tellHints(box, [box] { return box->document()->isEmpty(); });
+    }
 }

@@ -34,9 +34,7 @@ EmailForm::EmailForm() : ui(new Ui::EmailForm)
     ui->pushButton_back->setIcon(pageIcon("back", IconPlace::BeforeText));
     for (QPushButton *toggle : {ui->pushButton_1, ui->pushButton_2, ui->pushButton_3, ui->pushButton_4})
         toggle->setIcon(switchIcon());
-    for (QLineEdit *box : findChildren<QLineEdit *>())
-        box->installEventFilter(this);
-    ui->textEdit_emailCc->viewport()->installEventFilter(this);
+    setUpEditBoxes(this);
     connect(this, &EmailForm::showKeyBoard, this, [](int x, int y) { mainWindow()->showKeyBoard(x, y); });
 }
 

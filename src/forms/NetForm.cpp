@@ -32,8 +32,7 @@ NetForm::NetForm() : ui(new Ui::NetForm)
 {
     ui->setupUi(this);
     ui->pushButton_back->setIcon(pageIcon("back", IconPlace::BeforeText));
-    for (QLineEdit *box : findChildren<QLineEdit *>())
-        box->installEventFilter(this);
+    setUpEditBoxes(this);
     connect(this, &NetForm::showKeyBoard, this, [](int x, int y) { mainWindow()->showKeyBoard(x, y); });
 }
 
