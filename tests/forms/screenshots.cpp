@@ -1,115 +1,114 @@
-// screenshots FOLDER [TRANSLATION.qm]: writes the pictures of the pages for the documents. Not a test.
+// screenshots FOLDER [TRANSLATION.qm]: writes a picture of every page and message. Not a test.
 
 #include "engine/XdmControl.h"
 #include "events/EventHandler.h"
 #include "events/OperatorMessage.h"
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
-#include "forms/MainWindow.h"
 #include "forms/MaterialForm.h"
 #include "forms/MsgForm.h"
+#include "forms/NetForm.h"
 #include "material/TempCtl.h"
-#include "printdata/PrintQueue.h"
 #include "tests/forms/FormRig.h"
+#include "tests/forms/Palette.h"
+#include "tests/forms/ScreenData.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
-#include <QPainter>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
+#include <QTest>
 #include <QTimer>
 #include <QTranslator>
 
+#include <functional>
 #include <unistd.h>
 
 namespace
 {
 QString folder;
 
-/// A ring with a stone, as a model's picture: bright lines on black, which the pages show as transparent.
-QImage ringPicture()
-{
-    QImage image(348, 348, QImage::Format_RGB32);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(0xd8, 0xde, 0xe6), 5));
-    painter.drawEllipse(QRectF(50, 120, 248, 200));
-    painter.drawEllipse(QRectF(74, 142, 200, 156));
-    painter.setBrush(QColor(0x46, 0x3a, 0x28));
-    painter.setPen(QPen(QColor(0xf2, 0xa3, 0x3c), 5));
-    painter.drawPolygon(QPolygonF({{174, 40}, {226, 100}, {174, 142}, {122, 100}}));
-    return image;
-}
-
 void shot(const QString &name)
 {
     QApplication::processEvents();
-    mainWindow()->grab().save(folder + '/' + name + ".png");
+    withPalette(mainWindow()->grab().toImage()).save(folder + '/' + name + ".png", nullptr, 0);
 }
 
-/// Four bottles with these rests in grams; those with less than nothing are missing.
-Bottles bottles(const std::array<int, 4> &rests = {2950, 540, 3000, 1860})
+void openTool(const char *button)
 {
-    Bottles result;
-    for (size_t i = 0; i < rests.size(); ++i) {
-        CardInfo &card = result.cards[i + 2];
-        if (rests[i] < 0)
-            continue;
-        qstrcpy(card.type, i < 2 ? "MTS7205" : "MTJ7401");
-        qstrcpy(card.sn, qPrintable(QString("26B1104-%1").arg(4711 + i * 13)));
-        card.weight = 3000;
-        card.rest_weight = quint32(rests[i]);
-        card.date = 20271130;
-    }
-    return result;
+    FormRig::press("pushButton_tool");
+    FormRig::press(button);
 }
 
-void materials()
+/// Gives these answers to what `ask` asks; takes each message before its answer.
+void shotMessages(const QString &name, const std::function<void()> &ask, const QStringList &answers)
 {
-    FormRig::press("pushButton_material");
-    const auto show = [](const char *name, const Bottles &shown) {
-        QApplication::processEvents();
-        materialForm()->refresh(shown);
-        mainWindow()->grab().save(folder + '/' + name + ".png");
-    };
-    const auto touch = [&](const char *name, const char *button, const char *answer) {
-        QTimer::singleShot(100, [=] {
-            shot(name);
-            FormRig::press(answer);
-        });
-        materialForm()->refresh(bottles());
-        FormRig::press(button);
-    };
-    show("material", bottles());
-    show("material-missing", bottles({2950, -1, 3000, 12}));
-    show("material-all-missing", Bottles());
-    touch("material-in-use", "pushButton_4", "pushButton_close");
-    touch("material-question", "pushButton_5", "pushButton_No");
-    materialForm()->refresh(bottles());
-    FormRig::find<QPushButton>("pushButton_3")->setDown(true);
-    shot("material-pressed");
-    FormRig::find<QPushButton>("pushButton_3")->setDown(false);
+    QTimer timer;
+    int given = 0;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        const auto *answer = msgForm()->findChild<QPushButton *>(answers.value(given));
+        if (!msgForm()->isTaken() || !answer || !answer->isVisible())
+            return;
+        shot(given ? QString("%1-%2").arg(name).arg(given + 1) : name);
+        FormRig::press(answers.at(given++));
+    });
+    timer.start(20);
+    ask();
+    waitUntil([&] { return given == answers.size() && !msgForm()->isTaken(); });
 }
 
-void fillHome()
+void shotMessages(const QString &name, const char *button, const QStringList &answers)
 {
-    xdmControl()->setPrintStatus(PrintStatusPrinting);
-    const QDateTime start = QDateTime::currentDateTime().addSecs(-3600 * 4);
-    for (const auto &value : {std::pair<const char *, QJsonValue>{"Tips", "288-2 480"},
-                              {"PrintLayer", 288},
-                              {"SumLayer", 480},
-                              {"LeftTime", 9300.0},
-                              {"StartTime", start.toString("yyyy-MM-dd hh:mm")}})
-        FormRig::setJobState(value.first, value.second);
-    emit tempCtl()->tempStatus(1);
-    FormRig::find<QPushButton>("pushButton_printStop")->setEnabled(true);
+    shotMessages(
+        name, [=] { FormRig::press(button); }, answers);
+}
+
+void home(FormRig *rig)
+{
+    FormRig::press("pushButton_home");
+    homeForm()->showBottles(bottles());
+    shot("home-idle");
+    rig->setPlatformInPlace(true);
+    shotMessages("home-start", "pushButton_printImage", {"pushButton_Yes", "pushButton_No"});
+    rig->setDiskSpace(60);
+    shotMessages("home-disk", "pushButton_printImage", {"pushButton_close"});
+    rig->setDiskSpace(400);
+}
+
+void setJob(int status, const char *icon, const QString &meaning)
+{
+    xdmControl()->setPrintStatus(status);
+    const QString start = QDateTime::currentDateTime().addSecs(-3600 * 4).toString("yyyy-MM-dd hh:mm");
+    const QJsonObject state{{"Tips", "288-2 480"},
+                            {"PrintLayer", 288},
+                            {"SumLayer", 480},
+                            {"LeftTime", 9300.0},
+                            {"StartTime", start}};
+    for (auto it = state.begin(); it != state.end(); ++it)
+        FormRig::setJobState(it.key(), it.value());
+    FormRig::find<QPushButton>("pushButton_printImage")->setIcon(darkIcon(icon));
+    FormRig::find<QPushButton>("pushButton_printImage")->setText(meaning);
     homeForm()->msecEvent();
     homeForm()->showBottles(bottles());
-    FormRig::find<QPushButton>("pushButton_warning")->setText("2");
-    FormRig::find<QPushButton>("pushButton_printImage")->setIcon(darkIcon("Pause"));
-    FormRig::find<QPushButton>("pushButton_printImage")->setText(HomeForm::tr("暂停"));
+}
+
+/// The pages that differ while a job runs.
+void job()
+{
+    FormRig::press("pushButton_home");
+    FormRig::find<QPushButton>("pushButton_printStop")->setEnabled(true);
+    emit tempCtl()->tempStatus(1);
+    setJob(PrintStatusPrinting, "Pause", HomeForm::tr("暂停"));
+    shot("home-printing");
+    shotMessages("home-stop", "pushButton_printStop", {"pushButton_No"});
+    openTool("pushButton_Debug");
+    shotMessages("service-refused", "pushButton_presssInk", {"pushButton_close"});
+    FormRig::press("pushButton_home");
+    setJob(PrintStatusPaused, "Resume", HomeForm::tr("继续"));
+    shot("home-paused");
+    homeForm()->stopPrintSlots();
 }
 
 void messages()
@@ -132,6 +131,133 @@ void messages()
     shot("message-progress");
     mainWindow()->closeMessageForm();
 }
+
+void materials()
+{
+    FormRig::press("pushButton_material");
+    const auto show = [](const char *name, const Bottles &shown) {
+        QApplication::processEvents();
+        materialForm()->refresh(shown);
+        shot(name);
+    };
+    show("material-missing", bottles({2950, -1, 3000, 12}));
+    show("material-all-missing", Bottles());
+    show("material", bottles());
+    shotMessages("material-in-use", "pushButton_4", {"pushButton_close"});
+    materialForm()->refresh(bottles());
+    shotMessages("material-question", "pushButton_5", {"pushButton_No"});
+}
+
+void queue()
+{
+    FormRig::press("pushButton_fileList");
+    waitUntil([] { return FormRig::find<QPushButton>("pushButton_addfile")->isVisible(); });
+    for (const char *tab : {"pushButtonComplete", "pushButtonAbort", "pushButtonWaitPrint"}) {
+        FormRig::press(tab);
+        FormRig::find<QTableView>("tableView")->selectRow(0);
+        shot(QString("queue-") + QString(tab).mid(10).toLower());
+    }
+    auto *table = FormRig::find<QTableView>("tableView");
+    emit table->clicked(table->model()->index(0, 4));
+    shot("model-details");
+    FormRig::press("pushButton_back");
+    FormRig::press("pushButton_addfile");
+    QApplication::processEvents();
+    table = FormRig::find<QTableView>("tableView");
+    for (int row : {0, 2})
+        emit table->clicked(table->model()->index(row, 1));
+    shot("add-file");
+}
+
+void tools()
+{
+    const std::pair<const char *, const char *> pages[] = {{"machine", "pushButton_machineInfo"},
+                                                           {"usage", "pushButton_UserInfo"},
+                                                           {"maintain", "pushButton_3"},
+                                                           {"service", "pushButton_Debug"}};
+    for (const auto &page : pages) {
+        openTool(page.second);
+        waitUntil([] { return false; }, 200); // what a page fetches off this thread
+        shot(page.first);
+    }
+    shotMessages("service-station", "pushButton_pullInkStation", {"pushButton_No"});
+    shotMessages("service-z", "pushButton_zTest", {"pushButton_Yes", "pushButton_No"});
+    shotMessages("service-purge", "pushButton_presssInk", {"pushButton_Yes", "pushButton_No"});
+    openTool("pushButton_3");
+    auto *plan = FormRig::find<QTableView>("tableView");
+    shotMessages("maintain-question", [=] { emit plan->clicked(plan->model()->index(1, 0)); },
+                 {"pushButton_No"});
+    FormRig::press("pushButton_tool");
+    shot("tool");
+    FormRig::press("pushButton_Log");
+    shot("tool-logs-saved");
+}
+
+void trends()
+{
+    writeTrendLogs();
+    openTool("pushButton_Trend");
+    waitUntil([] { return false; }, 1500);
+    shot("trend");
+    FormRig::press("pushButton_zone4");
+    FormRig::press("pushButton_air2");
+    QTest::mouseClick(FormRig::find<QWidget>("plotTemp"), Qt::LeftButton, {}, QPoint(300, 100));
+    shot("trend-touched");
+}
+
+void typeInto(const char *box)
+{
+    QTest::mouseClick(FormRig::find<QLineEdit>(box), Qt::LeftButton);
+}
+
+void setup()
+{
+    FormRig::press("pushButton_setup");
+    FormRig::press("pushButton_Language");
+    shot("setup");
+    FormRig::press("pushButton_Net");
+    mainWindow()->closeMessageForm();
+    AdapterInfo adapter;
+    adapter.name = "lan";
+    adapter.description = "PCIe GbE";
+    adapter.ip = "192.168.10.42";
+    adapter.mask = "255.255.255.0";
+    adapter.gateway = "192.168.10.1";
+    netForm()->initNetwork({adapter});
+    shot("net");
+    netForm()->initNetwork({});
+    shot("net-no-adapter");
+    mainWindow()->closeMessageForm();
+    FormRig::press("pushButton_setup");
+    FormRig::press("pushButton_Email");
+    shot("email");
+    typeInto("lineEdit_emailFrom");
+    shot("email-keyboard");
+}
+
+void warnings()
+{
+    FormRig::press("pushButton_home");
+    FormRig::press("pushButton_warning");
+    shot("warning-none");
+    raiseEvents();
+    FormRig::press("pushButton_home");
+    waitUntil([] { return FormRig::find<QPushButton>("pushButton_warning")->text() == "3"; });
+    shot("home-warnings");
+    FormRig::press("pushButton_warning");
+    shot("warning");
+}
+
+/// Ends with the machine off.
+void power()
+{
+    FormRig::press("pushButton_tool");
+    QTimer::singleShot(3000, [] {
+        shot("power-cooling");
+        ::_exit(0);
+    });
+    shotMessages("power", "pushButton_Power", {"pushButton_Yes"});
+}
 } // namespace
 
 int main(int argc, char **argv)
@@ -143,31 +269,19 @@ int main(int argc, char **argv)
     if (arguments.size() > 2 && translator.load(QFileInfo(arguments.at(2)).absoluteFilePath()))
         QCoreApplication::installTranslator(&translator);
     FormRig rig;
-    const QStringList names =
-        QString("calibration-pins bracelet-link-x24 impeller-88 signet-oval 珍珠吊坠-v3 crown-bridge-4u "
-                "a-very-long-name-of-a-part-from-the-office filigree-ring-17mm")
-            .replace(' ', ".tzl ")
-            .append(".tzl")
-            .split(' ');
-    for (const QString &name : names)
-        FormRig::addModel(name, ringPicture());
-    rig.plugDisk(names.mid(1) + QStringList{"cuff-links.tzl", "chain-110.tzl"});
+    fillQueue();
+    writeSettings();
+    rig.plugDisk({"cuff-links.tzl", "filigree-ring-17mm.tzl", "impeller-88.tzl", "珍珠吊坠-v3.tzl",
+                  "chain-110.tzl", "signet-oval.tzl", "bracelet-link-x24.tzl", "pendant-leaf.tzl"});
     FormRig::showWindow();
-    FormRig::press("pushButton_home");
-    shot("home-idle");
-    fillHome();
-    shot("home-printing");
+    home(&rig);
     messages();
     materials();
-    FormRig::press("pushButton_fileList");
-    FormRig::find<QTableView>("tableView")->selectRow(0);
-    waitUntil([] { return FormRig::find<QPushButton>("pushButton_addfile")->isVisible(); });
-    shot("queue");
-    FormRig::press("pushButton_addfile");
-    QApplication::processEvents();
-    auto *table = FormRig::find<QTableView>("tableView");
-    for (int row : {0, 2})
-        emit table->clicked(table->model()->index(row, 1));
-    shot("add-file");
-    ::_exit(0);
+    queue();
+    tools();
+    trends();
+    setup();
+    job();
+    warnings();
+    power();
 }
