@@ -106,29 +106,21 @@ private slots:
 
     void addresses()
     {
-        const struct {
-            const char *ip, *mask, *gateway;
-            LanFault fault;
-        } cases[] = {{"192.168.1.20", "255.255.255.0", "192.168.1.1", LanFault::None},
-                     {"10.0.0.1", "255.255.255.252", "", LanFault::None},
-                     {"", "255.255.255.0", "", LanFault::Ip},
-                     {"192.168.1", "255.255.255.0", "", LanFault::Ip},
-                     {"192.168.1.256", "255.255.255.0", "", LanFault::Ip},
-                     {"192.168.1.-1", "255.255.255.0", "", LanFault::Ip},
-                     {"192.168.01.1", "255.255.255.0", "", LanFault::Ip},
-                     {"192.168.1.0", "255.255.255.0", "", LanFault::Ip},
-                     {"192.168.1.255", "255.255.255.0", "", LanFault::Ip},
-                     {"127.0.0.1", "255.0.0.0", "", LanFault::Ip},
-                     {"239.1.1.1", "255.255.255.0", "", LanFault::Ip},
-                     {"192.168.1.2", "", "", LanFault::Mask},
-                     {"192.168.1.2", "255.0.255.0", "", LanFault::Mask},
-                     {"192.168.1.2", "0.0.0.0", "", LanFault::Mask},
-                     {"192.168.1.2", "255.255.255.254", "", LanFault::Mask},
-                     {"192.168.1.2", "255.255.255.0", "192.168.2.1", LanFault::Gateway},
-                     {"192.168.1.2", "255.255.255.0", "192.168.1.2", LanFault::Gateway},
-                     {"192.168.1.2", "255.255.255.0", "router", LanFault::Gateway}};
-        for (const auto &row : cases)
-            QVERIFY2(lanFault({false, row.ip, row.mask, row.gateway}) == row.fault, row.ip);
+        const QString mask = " 255.255.255.0 ", ip = "192.168.1.2 ";
+        const QMap<LanFault, QStringList> cases = {
+            {LanFault::None, {ip + mask + "192.168.1.1", "10.0.0.1 255.255.255.252"}},
+            {LanFault::Ip,
+             {"0" + mask, "192.168.1" + mask, "192.168.1.256" + mask, "192.168.1.-1" + mask,
+              "192.168.01.1" + mask, "192.168.1.0" + mask, "192.168.1.255" + mask, "127.0.0.1 255.0.0.0",
+              "239.1.1.1" + mask}},
+            {LanFault::Mask, {ip, ip + "255.0.255.0", ip + "0.0.0.0", ip + "255.255.255.254"}},
+            {LanFault::Gateway,
+             {ip + mask + "192.168.2.1", ip + mask + "192.168.1.2", ip + mask + "router"}}};
+        for (auto row = cases.begin(); row != cases.end(); ++row)
+            for (const QString &text : row.value()) {
+                const QStringList words = text.simplified().split(' ') + QStringList{"", ""};
+                QVERIFY2(lanFault({false, words[0], words[1], words[2]}) == row.key(), qPrintable(text));
+            }
     }
 
     void network()
