@@ -94,6 +94,11 @@ int purgeRound(const KeepGoing &keepGoing, int number)
 }
 } // namespace
 
+bool isStationConfigured()
+{
+    return configuredPlace("PullInkStack") > 0 && configuredPlace("xPressInkPos") > 0;
+}
+
 int approachStation()
 {
     if (const int error = xMoveZero_Wait(true))

@@ -13,6 +13,8 @@ struct ServiceEnd {
     int rounds = 0; ///< finished
 };
 
+/// Whether the configuration names the ink station's places: the carriage must not be sent to 0 for them.
+bool isStationConfigured();
 /// Homes X and takes the carriage past the ink station. 0, or what the X command returned.
 int approachStation();
 /// The stack that stayed on the carriage is let go; true when it is gone.

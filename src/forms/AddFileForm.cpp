@@ -1,5 +1,6 @@
 #include "forms/AddFileForm.h"
 
+#include "events/OperatorMessage.h"
 #include "forms/CopyFile.h"
 #include "forms/FileForm.h"
 #include "forms/Icons.h"
@@ -7,16 +8,28 @@
 #include "frame/Folders.h"
 #include "frame/Singleton.h"
 #include "platform/Volumes.h"
+#include "printdata/ModelFile.h"
 #include "printdata/PrintQueue.h"
 #include "printdata/QueueNotice.h"
 #include "printdata/SliceToImage.h"
 #include "ui_AddFileForm.h"
 
 #include <QDir>
+#include <QScopedValueRollback>
 
 namespace
 {
 enum Column { NumberColumn, NameColumn, MarkColumn };
+constexpr int mostTroublesNamed = 4; ///< the message form has room for them
+constexpr int longestName = 24;
+
+/// The beginning and the end of a name tell files apart.
+QString shortened(const QString &name)
+{
+    return name.size() <= longestName
+               ? name
+               : name.left(longestName / 2) + QStringLiteral("…") + name.right(longestName / 2);
+}
 } // namespace
 
 AddFileForm *addFileForm()
@@ -24,7 +37,9 @@ AddFileForm *addFileForm()
     return singleton<AddFileForm>();
 }
 
-AddFileForm::AddFileForm() : ui(new Ui::AddFileForm), m_disk(noVolume)
+AddFileForm::AddFileForm()
+    : ui(new Ui::AddFileForm), m_checked(pageIcon("check")), m_unchecked(pageIcon("uncheck")),
+      m_disk(noVolume)
 {
     ui->setupUi(this);
     setUpList(ui->tableView, &m_model, {80, 400, 40});
@@ -79,15 +94,19 @@ void AddFileForm::showPage(int startIndex)
     ui->label_page->setText(pageText(startIndex, m_entries.size()));
 }
 
+int AddFileForm::pageStart() const
+{
+    return qMax(0, readPage(ui->label_page->text()).current - 1) * rowsPerPage;
+}
+
 void AddFileForm::showMark(int row, bool chosen)
 {
-    m_model.item(row, MarkColumn)->setIcon(chosen ? pageIcon("check") : QIcon());
+    m_model.item(row, MarkColumn)->setIcon(chosen ? m_checked : m_unchecked);
 }
 
 void AddFileForm::on_tableView_clicked(QModelIndex index)
 {
-    const int page = qMax(1, readPage(ui->label_page->text()).current);
-    const int entry = (page - 1) * rowsPerPage + index.row();
+    const int entry = pageStart() + index.row();
     if (!index.isValid() || entry >= m_entries.size())
         return;
     m_entries[entry].chosen = !m_entries[entry].chosen;
@@ -108,18 +127,63 @@ void AddFileForm::on_pushButton_prepage_clicked()
         showPage(start);
 }
 
+/// Brings one file in; what the operator is told when that did not go well, else empty.
+QString AddFileForm::addModel(const QString &path, const QString &name)
+{
+    if (name == sliceToImage()->fileName()) // the slicer reads that one
+        return tr("正在使用，未添加");
+    if (!isModelName(name))
+        return tr("文件名无效，未添加");
+    const bool copied = copyFile(this, path, modelPath(name), false);
+    if (copied)
+        addToQueue(name);
+    else if (!QFile::exists(modelPath(name))) // a model of that name was being replaced
+        removeModel(name);
+    refreshQueue(true);
+    if (!copied)
+        return tr("复制失败，请检查U盘和磁盘空间");
+    return GetModelBmpAndIni(modelPath(name), nullptr) == 0 ? QString() : tr("文件损坏，无法打印");
+}
+
+/// A walk without trouble says nothing: its marks are gone.
+void AddFileForm::tellTroubles(int added, const QStringList &troubles)
+{
+    if (troubles.isEmpty())
+        return;
+    QStringList lines{tr("%1个文件已添加，%2个有问题：").arg(added).arg(troubles.size())};
+    lines += troubles.mid(0, mostTroublesNamed);
+    if (troubles.size() > mostTroublesNamed)
+        lines += QStringLiteral("...");
+    showMessageForm(lines.join(QLatin1Char('\n')), MessageIcon::warning, MessageButtons::close, QString());
+}
+
 void AddFileForm::on_pushButton_addfile_clicked()
 {
+    if (m_adding)
+        return;
+    QScopedValueRollback<bool> adding(m_adding, true);
     const QVector<Entry> entries = m_entries; // the disk may go while the first copy lets events through
     const QDir folder(diskFolder());
+    QSet<QString> added;
+    QStringList troubles;
     for (const Entry &entry : entries) {
-        if (!entry.chosen || entry.name == sliceToImage()->fileName()) // the slicer reads that one
+        if (!entry.chosen)
             continue;
-        if (copyFile(this, folder.filePath(entry.name), modelPath(entry.name), false)) {
-            addToQueue(entry.name);
-            refreshQueue(true);
-        }
+        const QString trouble = addModel(folder.filePath(entry.name), entry.name);
+        if (trouble.isEmpty())
+            added += entry.name;
+        else
+            troubles += QStringLiteral("%1：%2").arg(shortened(entry.name), trouble);
     }
+    unmark(added); // what failed stays marked, for another try
+    tellTroubles(added.size(), troubles);
+}
+
+void AddFileForm::unmark(const QSet<QString> &names)
+{
+    for (Entry &entry : m_entries)
+        entry.chosen = entry.chosen && !names.contains(entry.name);
+    showPage(pageStart());
 }
 
 void AddFileForm::on_pushButton_back_clicked()

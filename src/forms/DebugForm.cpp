@@ -144,23 +144,20 @@ bool DebugForm::askStation()
 /// The ink station's routines: X passes the station, and the stack must not come along.
 bool DebugForm::prepareStation()
 {
-    if (const int error = offThread(approachStation)) {
-        fail(tr("X轴错误(%1)").arg(error));
-        return false;
-    }
+    if (!isStationConfigured())
+        return fail(JobCode::configurationLost), false;
+    if (const int error = offThread(approachStation))
+        return fail(tr("X轴错误(%1)").arg(error)), false;
     if (offThread(hasStackStayed)) {
         fail(JobCode::inkStackFault);
         tellPreparing();
-        if (!offThread(releaseStack)) { // homing would drag it over the bed
-            fail(JobCode::inkStackFault);
-            return false;
-        }
+        if (!offThread(releaseStack)) // homing would drag it over the bed
+            return fail(JobCode::inkStackFault), false;
     }
-    if (const int code = offThread(settleZ)) {
+    const int code = offThread(settleZ);
+    if (code != JobCode::done)
         fail(code);
-        return false;
-    }
-    return true;
+    return code == JobCode::done;
 }
 
 void DebugForm::pullInkStation()

@@ -1,21 +1,29 @@
 // The queue page, the page that adds files, and the copy behind them.
 
+#include "engine/XdmControl.h"
 #include "forms/AddFileForm.h"
 #include "forms/FileForm.h"
 #include "forms/HomeForm.h"
 #include "forms/MsgForm.h"
+#include "forms/PrintInfoForm.h"
 #include "frame/SqliteUtil.h"
 #include "printdata/PrintQueue.h"
 #include "printdata/QueueNotice.h"
 #include "printdata/SliceToImage.h"
 #include "tests/forms/FormRig.h"
 
+#include <QBuffer>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QLabel>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <QtConcurrent>
+
+#include <csignal>
+#include <sys/resource.h>
 
 class TestQueuePages : public QObject
 {
@@ -221,6 +229,17 @@ private slots:
         QVERIFY(!fileForm()->copyFile("source", "full", false));
         QCOMPARE(log.count("fwrite error: fread=8192,fwrite=-1"), 1);
         QVERIFY(!QFileInfo("full").isSymLink() && !QFile::exists("full.md5"));
+        std::signal(SIGXFSZ, SIG_IGN); // a disk that is full in the middle of a block
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit little{0x2800, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &little);
+        const bool copied = fileForm()->copyFile("source", "part", false);
+        setrlimit(RLIMIT_FSIZE, &before);
+        QVERIFY(!copied && !QFile::exists("part") && !QFile::exists("part.md5"));
+        QTimer::singleShot(0, [] { QFile::resize("source", 0x2001); }); // the disk goes during the copy
+        QVERIFY(!fileForm()->copyFile("source", "part", false));
+        QVERIFY(!QFile::exists("part") && !QFile::exists("part.md5"));
         QVERIFY(!msgForm()->isTaken());
     }
 
@@ -239,9 +258,13 @@ private slots:
             mark(row);
         press("pushButton_nextpage");
         mark(0);
-        press("pushButton_prepage"); // marks survive
+        press("pushButton_prepage");          // marks survive
+        const auto marked = [this](int row) { // a plain box, or a green tick in it
+            const QImage icon = cell(row, 2, Qt::DecorationRole).value<QIcon>().pixmap(32, 32).toImage();
+            return icon.pixelColor(15, 19).green() > 150 && icon.pixelColor(15, 19).alpha() > 100;
+        };
         for (int row = 0; row < 5; ++row)
-            QCOMPARE(!cell(row, 2, Qt::DecorationRole).value<QIcon>().isNull(), row != 1 && row != 4);
+            QCOMPARE(marked(row), row != 1 && row != 4);
         FormRig::addModel("c.tzl");
         QCOMPARE(sliceToImage()->loadModelInfo("model/c.tzl"), 0); // in use
         QFile::remove(disk.filePath("d.tzl"));                     // gone meanwhile
@@ -249,11 +272,124 @@ private slots:
         QCOMPARE(waiting(), QString("h i a c 0"));
         QVERIFY(takeQueueChanged());
         QCOMPARE(readFile("model/a.tzl"), readFile(disk.filePath("a.tzl")));
-        QVERIFY(!msgForm()->isTaken());
+        QCOMPARE(FormRig::message(), QString("2个文件已添加，2个有问题：\nc.tzl：正在使用，未添加\n"
+                                             "d.tzl：复制失败，请检查U盘和磁盘空间"));
+        msgForm()->closeMessageForm();
+        for (int row = 0; row < 5; ++row) // what failed is marked for another try
+            QCOMPARE(marked(row), row == 2 || row == 3);
         disk.removeRecursively();
         QTRY_COMPARE(shown(), QString("0/0"));
         press("pushButton_back");
         QVERIFY(fileForm()->isVisible() && !offered());
+    }
+
+    /// A disk of 500 models, difficult ones among them; a replaced model whose copy fails leaves no row.
+    void addsManyAndBadOnes()
+    {
+        fill(0);
+        FormRig::addModel("full.tzl");
+        QVERIFY(QFile::remove("model/full.tzl") && QFile::link("/dev/full", "model/full.tzl"));
+        QStringList names = {"full.tzl", "a \"b\" 'c'.tzl", "珍珠 %1 %2.tzl", "back\\slash.tzl"};
+        for (int i = names.size(); i < 499; ++i)
+            names << QString("m%1.tzl").arg(i);
+        QDir disk(m_rig.plugDisk(names));
+        writeFile(disk.filePath("damaged.tzl"), "no model");
+        QTRY_VERIFY(FormRig::find<QPushButton>("pushButton_addfile")->isVisible());
+        press("pushButton_addfile");
+        QVERIFY2(shown().startsWith("1/72 "), qPrintable(shown()));
+        const auto mark = [this] {
+            for (int row = 0; row < table()->model()->rowCount(); ++row)
+                emit table()->clicked(table()->model()->index(row, 0));
+        };
+        for (int page = 0; page < 72; ++page) {
+            if (page == 0 || page == 71)
+                mark();
+            press("pushButton_nextpage");
+        }
+        press("pushButton_addfile");
+        const QString trouble = FormRig::message();
+        QVERIFY2(trouble.startsWith("7个文件已添加，3个有问题："), qPrintable(trouble));
+        for (const char *line : {"back\\slash.tzl：文件名无效，未添加", "damaged.tzl：文件损坏，无法打印",
+                                 "full.tzl：复制失败，请检查U盘和磁盘空间"})
+            QVERIFY2(trouble.contains(line), qPrintable(trouble));
+        msgForm()->closeMessageForm();
+        QVERIFY(!waiting().contains("full") && waiting().contains("a \"b\" 'c'") &&
+                waiting().contains("珍珠 %1 %2"));
+
+        removeModel("damaged.tzl");
+        for (const QString &name : {QString("damaged.tzl"), QString("a \"b\" 'c'.tzl")}) {
+            addToQueue(name);
+            press("pushButton_home"); // what cannot be read must not have another model printed in its place
+            QCOMPARE(homeForm()->findChild<QPushButton *>("pushButton_printImage")->isEnabled(),
+                     name != "damaged.tzl");
+        }
+        disk.removeRecursively();
+    }
+
+    /// The model that is shown is the one that prints, wherever it stands; a refused start leaves the first.
+    void startsFromItsDetails()
+    {
+        fill(2);
+        press("pushButton_home");
+        press("pushButton_fileList");
+        QImage view(300, 100, QImage::Format_RGB32);
+        view.fill(Qt::red);
+        QByteArray png;
+        QBuffer buffer(&png);
+        view.save(&buffer, "PNG");
+        writeFile("model/1.tzl", modelBytes(pictureSettings(64, 64, 0, 4) +
+                                                "printTime=93000\nlayerCnt=480\nextentX=17.2\nextentY=17\n"
+                                                "extentZ=8.5\nprintModeName=HD\nPrintModeName=no\n",
+                                            {}, png));
+        const auto open = [this](int row) {
+            press("pushButton_fileList");
+            emit table()->clicked(table()->model()->index(row, 1));
+            QVERIFY(!printInfoForm()->isVisible());
+            emit table()->clicked(table()->model()->index(row, 4));
+            QVERIFY(printInfoForm()->isVisible());
+        };
+        const auto values = [] {
+            QStringList texts;
+            for (const char *name : {"name", "printTime", "structure", "support", "mode", "layers", "volume"})
+                texts << FormRig::text(QString("label_") + name);
+            return texts.join('|');
+        };
+        const auto start = [this] { press("pushButton_printImage"); };
+        open(1);
+        QCOMPARE(values(), QString("1.tzl|25:50|12.5 g|3 g|HD|480|17.2 x 17 x 8.5"));
+        auto *picture = printInfoForm()->findChild<QLabel *>("label_Image");
+        QCOMPARE(picture->pixmap(Qt::ReturnByValue).size(), QSize(544, 181));
+        m_rig.setPlatformInPlace(true);
+        FormRig::answerLater("pushButton_No", "平台是否为空?");
+        start();
+        QVERIFY(homeForm()->isVisible());
+        QCOMPARE(sliceToImage()->fileName() + FormRig::text("label_Name"), QString("0.tzl0"));
+        open(1);
+        FormRig::answerLater("pushButton_Yes", "平台是否为空?");
+        FormRig::answerLater("pushButton_Yes", "清空废料箱");
+        start();
+        QVERIFY(FormRig::find<QAbstractButton>("pushButton_home")->isChecked());
+        QCOMPARE(sliceToImage()->fileName() + FormRig::text("label_Name"), QString("1.tzl1"));
+        QCOMPARE(xdmControl()->getPrintStatus(), int(PrintStatusPrinting));
+        open(0);
+        auto *button = printInfoForm()->findChild<QPushButton *>("pushButton_printImage");
+        QVERIFY(!button->isEnabled()); // its press would pause the job
+        press("pushButton_fileList");
+        table()->selectRow(1);
+        press("toolButton_delfile"); // also the running job's
+        press("pushButton_home");
+        QCOMPARE(sliceToImage()->fileName(), QString("1.tzl"));
+        printInfoForm()->showModel("1.tzl"); // files are gone
+        QCOMPARE(values(), QString("1.tzl|--|--|--|--|--|--"));
+        mainWindow()->showWidgetInStacked(printInfoForm());
+        xdmControl()->setPrintStatus(PrintStatusIdle);
+        QTRY_VERIFY_WITH_TIMEOUT(!xdmControl()->isRunning(), 30000);
+        QTRY_VERIFY(button->isEnabled()); // the end of the job frees it
+        msgForm()->closeMessageForm();
+        start();
+        QCOMPARE(FormRig::message(), QString("模型文件损坏或已删除，请重新添加"));
+        QVERIFY(printInfoForm()->isVisible() && xdmControl()->getPrintStatus() == PrintStatusIdle);
+        msgForm()->closeMessageForm();
     }
 };
 
