@@ -6,6 +6,7 @@
 #include "forms/FileForm.h"
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
+#include "forms/KeyboardRoom.h"
 #include "forms/MaintainForm.h"
 #include "forms/MaterialForm.h"
 #include "forms/MsgForm.h"
@@ -49,6 +50,7 @@ MainWindow::MainWindow() : ui(new Ui::MainWindow)
     setUpButtons();
     m_keyboard = new Tactil::Keyboard(this);
     m_keyboard->lower();
+    new KeyboardRoom(ui->widget, m_keyboard);
     msgForm()->setParent(this);
     msgForm()->setGeometry(rect());
     msgForm()->show();
@@ -152,6 +154,9 @@ void MainWindow::showKeyBoard(int, int)
 {
     m_keyboard->move(0, height() - m_keyboard->height());
     m_keyboard->raise();
+    if (msgForm()->isTaken())
+        msgForm()->raise();
+    m_keyboard->edit(QApplication::focusWidget());
 }
 
 void MainWindow::choose(QToolButton *button, QWidget *page)
