@@ -107,15 +107,15 @@
     </message>
     <message>
         <source>生成修改值</source>
-        <translation>Make edited values</translation>
+        <translation>Make edited</translation>
     </message>
     <message>
         <source>写入原始值</source>
-        <translation>Write original values</translation>
+        <translation>Write original</translation>
     </message>
     <message>
         <source>写入修改值</source>
-        <translation>Write edited values</translation>
+        <translation>Write edited</translation>
     </message>
     <message>
         <source>请稍后，准备中...</source>
@@ -413,107 +413,107 @@
     </message>
     <message>
         <source>支撑墨管温度1</source>
-        <translation>Support ink tube temperature 1</translation>
+        <translation>Support tube temp. 1</translation>
     </message>
     <message>
         <source>支撑墨管温度2</source>
-        <translation>Support ink tube temperature 2</translation>
+        <translation>Support tube temp. 2</translation>
     </message>
     <message>
         <source>支撑墨管温度3</source>
-        <translation>Support ink tube temperature 3</translation>
+        <translation>Support tube temp. 3</translation>
     </message>
     <message>
         <source>结构墨管温度1</source>
-        <translation>Structure ink tube temperature 1</translation>
+        <translation>Structure tube temp. 1</translation>
     </message>
     <message>
         <source>结构墨管温度2</source>
-        <translation>Structure ink tube temperature 2</translation>
+        <translation>Structure tube temp. 2</translation>
     </message>
     <message>
         <source>结构墨管温度3</source>
-        <translation>Structure ink tube temperature 3</translation>
+        <translation>Structure tube temp. 3</translation>
     </message>
     <message>
         <source>结构阀岛温度1</source>
-        <translation>Structure valve island temperature 1</translation>
+        <translation>Structure valve island temp. 1</translation>
     </message>
     <message>
         <source>结构阀岛温度2</source>
-        <translation>Structure valve island temperature 2</translation>
+        <translation>Structure valve island temp. 2</translation>
     </message>
     <message>
         <source>结构料桶温度1</source>
-        <translation>Structure tank temperature 1</translation>
+        <translation>Structure tank temp. 1</translation>
     </message>
     <message>
         <source>结构料桶温度2</source>
-        <translation>Structure tank temperature 2</translation>
+        <translation>Structure tank temp. 2</translation>
     </message>
     <message>
         <source>结构墨管输出控制阀温度</source>
-        <translation>Structure tube outlet valve temperature</translation>
+        <translation>Structure outlet valve temp.</translation>
     </message>
     <message>
         <source>支撑阀岛温度1</source>
-        <translation>Support valve island temperature 1</translation>
+        <translation>Support valve island temp. 1</translation>
     </message>
     <message>
         <source>支撑阀岛温度2</source>
-        <translation>Support valve island temperature 2</translation>
+        <translation>Support valve island temp. 2</translation>
     </message>
     <message>
         <source>支撑料桶温度1</source>
-        <translation>Support tank temperature 1</translation>
+        <translation>Support tank temp. 1</translation>
     </message>
     <message>
         <source>支撑料桶温度2</source>
-        <translation>Support tank temperature 2</translation>
+        <translation>Support tank temp. 2</translation>
     </message>
     <message>
         <source>支撑墨管输出控制阀温度</source>
-        <translation>Support tube outlet valve temperature</translation>
+        <translation>Support outlet valve temp.</translation>
     </message>
     <message>
         <source>喷头黄铜温度1</source>
-        <translation>Head brass temperature 1</translation>
+        <translation>Head brass temp. 1</translation>
     </message>
     <message>
         <source>喷头黄铜温度2</source>
-        <translation>Head brass temperature 2</translation>
+        <translation>Head brass temp. 2</translation>
     </message>
     <message>
         <source>喷头黄铜温度3</source>
-        <translation>Head brass temperature 3</translation>
+        <translation>Head brass temp. 3</translation>
     </message>
     <message>
         <source>整平辊温度</source>
-        <translation>Leveller roller temperature</translation>
+        <translation>Leveller roller temp.</translation>
     </message>
     <message>
         <source>整平刮刀温度</source>
-        <translation>Leveller blade temperature</translation>
+        <translation>Leveller blade temp.</translation>
     </message>
     <message>
         <source>整平腔废墨出口温度</source>
-        <translation>Leveller chamber waste outlet temperature</translation>
+        <translation>Leveller waste outlet temp.</translation>
     </message>
     <message>
         <source>废墨管温度</source>
-        <translation>Waste tube temperature</translation>
+        <translation>Waste tube temp.</translation>
     </message>
     <message>
         <source>喷头温度1</source>
-        <translation>Head temperature 1</translation>
+        <translation>Head temp. 1</translation>
     </message>
     <message>
         <source>喷头温度2</source>
-        <translation>Head temperature 2</translation>
+        <translation>Head temp. 2</translation>
     </message>
     <message>
         <source>喷头温度3</source>
-        <translation>Head temperature 3</translation>
+        <translation>Head temp. 3</translation>
     </message>
     <message>
         <source>结构阀岛供墨失败</source>
@@ -869,7 +869,7 @@
     </message>
     <message>
         <source>当前维护循环</source>
-        <translation>Current maintenance cycle</translation>
+        <translation>of this cycle</translation>
     </message>
     <message>
         <source>维护是否完成?</source>
@@ -1280,15 +1280,15 @@
     </message>
     <message>
         <source>结构负压%1</source>
-        <translation>Structure vacuum %1</translation>
+        <translation>Structure %1</translation>
     </message>
     <message>
         <source>支撑负压%1</source>
-        <translation>Support vacuum %1</translation>
+        <translation>Support %1</translation>
     </message>
     <message>
         <source>正压</source>
-        <translation>Positive pressure</translation>
+        <translation>Positive</translation>
     </message>
     <message>
         <source>喷头%1支撑液位</source>

@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>点选要添加到打印队列的文件</source>
-        <translation>Touchez les fichiers à ajouter à la file d’impression</translation>
+        <translation>Touchez les fichiers à ajouter à la file d&apos;impression</translation>
     </message>
     <message>
         <source>U盘中没有模型文件</source>
@@ -25,7 +25,7 @@
     </message>
     <message>
         <source>正在使用，未添加</source>
-        <translation>En cours d’utilisation, non ajouté</translation>
+        <translation>En cours d&apos;utilisation, non ajouté</translation>
     </message>
     <message>
         <source>文件名无效，未添加</source>
@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>复制失败，请检查U盘和磁盘空间</source>
-        <translation>Échec de la copie, veuillez vérifier la clé USB et l’espace disque</translation>
+        <translation>Échec de la copie, veuillez vérifier la clé USB et l&apos;espace disque</translation>
     </message>
     <message>
         <source>文件损坏，无法打印</source>
@@ -67,7 +67,7 @@
     </message>
     <message>
         <source>拉墨站测试</source>
-        <translation>Test de la station d’encre</translation>
+        <translation>Test de la station d&apos;encre</translation>
     </message>
     <message>
         <source>打点</source>
@@ -75,7 +75,7 @@
     </message>
     <message>
         <source>Z轴测试</source>
-        <translation>Test de l’axe Z</translation>
+        <translation>Test de l&apos;axe Z</translation>
     </message>
     <message>
         <source>循环挤蜡</source>
@@ -107,15 +107,15 @@
     </message>
     <message>
         <source>生成修改值</source>
-        <translation>Créer les modifiées</translation>
+        <translation>Créer modifiées</translation>
     </message>
     <message>
         <source>写入原始值</source>
-        <translation>Écrire les d’origine</translation>
+        <translation>Écrire d&apos;origine</translation>
     </message>
     <message>
         <source>写入修改值</source>
-        <translation>Écrire les modifiées</translation>
+        <translation>Écrire modifiées</translation>
     </message>
     <message>
         <source>请稍后，准备中...</source>
@@ -123,11 +123,11 @@
     </message>
     <message>
         <source>墨站是否正确放置，运动范围内是否清洁</source>
-        <translation>La station d’encre est-elle bien en place et sa zone de mouvement est-elle propre&#xa0;?</translation>
+        <translation>La station d&apos;encre est-elle bien en place et sa zone de mouvement est-elle propre&#xa0;?</translation>
     </message>
     <message>
         <source>X轴错误(%1)</source>
-        <translation>Erreur de l’axe X (%1)</translation>
+        <translation>Erreur de l&apos;axe X (%1)</translation>
     </message>
     <message>
         <source>关闭弹窗后完成测试</source>
@@ -147,7 +147,7 @@
     </message>
     <message>
         <source>平台未放好</source>
-        <translation>Le plateau n’est pas en place</translation>
+        <translation>Le plateau n&apos;est pas en place</translation>
     </message>
     <message>
         <source>是否运动测试？</source>
@@ -155,7 +155,7 @@
     </message>
     <message>
         <source>测试时注意人工观察是否异常，Z轴即将回零进行0~145000往复运动？</source>
-        <translation>Surveillez toute anomalie pendant le test. L’axe Z va revenir à zéro puis se déplacer entre 0 et 145000. Continuer&#xa0;?</translation>
+        <translation>Surveillez toute anomalie pendant le test. L&apos;axe Z va revenir à zéro puis se déplacer entre 0 et 145000. Continuer&#xa0;?</translation>
     </message>
     <message>
         <source>请稍后，运动测试即将完成</source>
@@ -167,15 +167,15 @@
     </message>
     <message>
         <source>机器处于非空闲状态(打印/暂停)，无法进行此流程</source>
-        <translation>La machine n’est pas au repos (impression/pause), cette opération est impossible</translation>
+        <translation>La machine n&apos;est pas au repos (impression/pause), cette opération est impossible</translation>
     </message>
     <message>
         <source>请确认喷头下方没有异物，否则将损坏喷头，Z轴即将上下运动？</source>
-        <translation>Vérifiez que rien ne se trouve sous les têtes, sinon elles seront endommagées. L’axe Z va monter et descendre. Continuer&#xa0;?</translation>
+        <translation>Vérifiez que rien ne se trouve sous les têtes, sinon elles seront endommagées. L&apos;axe Z va monter et descendre. Continuer&#xa0;?</translation>
     </message>
     <message>
         <source>Z 轴运动中，请注意观察</source>
-        <translation>L’axe Z est en mouvement, veuillez surveiller</translation>
+        <translation>L&apos;axe Z est en mouvement, veuillez surveiller</translation>
     </message>
     <message>
         <source>喷头下方是否放置容器，即将开始挤蜡？</source>
@@ -195,11 +195,11 @@
     </message>
     <message>
         <source>打印时不能读写归一化值</source>
-        <translation>Les valeurs de norme ne peuvent être ni lues ni écrites pendant l’impression</translation>
+        <translation>Les valeurs de norme ne peuvent être ni lues ni écrites pendant l&apos;impression</translation>
     </message>
     <message>
         <source>归一化值读写失败(%1)，请查看日志</source>
-        <translation>Échec de lecture ou d’écriture des valeurs de norme (%1), veuillez consulter le journal</translation>
+        <translation>Échec de lecture ou d&apos;écriture des valeurs de norme (%1), veuillez consulter le journal</translation>
     </message>
     <message>
         <source>归一化值读写完成</source>
@@ -211,7 +211,7 @@
     </message>
     <message>
         <source>将原始归一化值写入喷头%1 %2？</source>
-        <translation>Écrire les valeurs de norme d’origine dans la tête %1 %2&#xa0;?</translation>
+        <translation>Écrire les valeurs de norme d&apos;origine dans la tête %1 %2&#xa0;?</translation>
     </message>
     <message>
         <source>将修改后的归一化值写入喷头%1 %2？</source>
@@ -254,7 +254,7 @@
     </message>
     <message>
         <source>打印开始/停止</source>
-        <translation>Début/arrêt d’impression</translation>
+        <translation>Début/arrêt d&apos;impression</translation>
     </message>
     <message>
         <source>设备异常</source>
@@ -274,7 +274,7 @@
     </message>
     <message>
         <source>正在发送测试邮件，请稍候</source>
-        <translation>Envoi d’un e-mail de test, veuillez patienter</translation>
+        <translation>Envoi d&apos;un e-mail de test, veuillez patienter</translation>
     </message>
     <message>
         <source>保存成功</source>
@@ -285,7 +285,7 @@
     <name>EventHandler</name>
     <message>
         <source>该事件未发生</source>
-        <translation>Cet événement ne s’est pas produit</translation>
+        <translation>Cet événement ne s&apos;est pas produit</translation>
     </message>
     <message>
         <source>首次发生时间: </source>
@@ -313,7 +313,7 @@
     </message>
     <message>
         <source>喷头%1液位异常，请断电重启</source>
-        <translation>Niveau d’encre de la tête %1 anormal, veuillez éteindre puis rallumer la machine</translation>
+        <translation>Niveau d&apos;encre de la tête %1 anormal, veuillez éteindre puis rallumer la machine</translation>
     </message>
     <message>
         <source>CAN 异常-%1 </source>
@@ -345,11 +345,11 @@
     </message>
     <message>
         <source>墨栈光电状态异常</source>
-        <translation>Capteur optique de la station d’encre anormal</translation>
+        <translation>Capteur optique de la station d&apos;encre anormal</translation>
     </message>
     <message>
         <source>气压恢复中(%1,%2,%3)</source>
-        <translation>Rétablissement de la pression d’air (%1,%2,%3)</translation>
+        <translation>Rétablissement de la pression d&apos;air (%1,%2,%3)</translation>
     </message>
     <message>
         <source>此模型(%1)不适用于当前机器(%2),是否继续打印</source>
@@ -369,7 +369,7 @@
     </message>
     <message>
         <source>打印超时</source>
-        <translation>Délai d’impression dépassé</translation>
+        <translation>Délai d&apos;impression dépassé</translation>
     </message>
     <message>
         <source>COM%1串口打开失败，请重启</source>
@@ -385,7 +385,7 @@
     </message>
     <message>
         <source>打印失败</source>
-        <translation>Échec de l’impression</translation>
+        <translation>Échec de l&apos;impression</translation>
     </message>
     <message>
         <source>结构墨瓶空</source>
@@ -401,127 +401,127 @@
     </message>
     <message>
         <source>X 轴停止运动超时</source>
-        <translation>L’axe X ne s’est pas arrêté à temps</translation>
+        <translation>L&apos;axe X ne s&apos;est pas arrêté à temps</translation>
     </message>
     <message>
         <source>Y 轴停止运动超时</source>
-        <translation>L’axe Y ne s’est pas arrêté à temps</translation>
+        <translation>L&apos;axe Y ne s&apos;est pas arrêté à temps</translation>
     </message>
     <message>
         <source>Z 轴停止运动超时</source>
-        <translation>L’axe Z ne s’est pas arrêté à temps</translation>
+        <translation>L&apos;axe Z ne s&apos;est pas arrêté à temps</translation>
     </message>
     <message>
         <source>支撑墨管温度1</source>
-        <translation>Température tube d’encre support 1</translation>
+        <translation>Temp. tube support 1</translation>
     </message>
     <message>
         <source>支撑墨管温度2</source>
-        <translation>Température tube d’encre support 2</translation>
+        <translation>Temp. tube support 2</translation>
     </message>
     <message>
         <source>支撑墨管温度3</source>
-        <translation>Température tube d’encre support 3</translation>
+        <translation>Temp. tube support 3</translation>
     </message>
     <message>
         <source>结构墨管温度1</source>
-        <translation>Température tube d’encre structure 1</translation>
+        <translation>Temp. tube structure 1</translation>
     </message>
     <message>
         <source>结构墨管温度2</source>
-        <translation>Température tube d’encre structure 2</translation>
+        <translation>Temp. tube structure 2</translation>
     </message>
     <message>
         <source>结构墨管温度3</source>
-        <translation>Température tube d’encre structure 3</translation>
+        <translation>Temp. tube structure 3</translation>
     </message>
     <message>
         <source>结构阀岛温度1</source>
-        <translation>Température îlot de vannes structure 1</translation>
+        <translation>Temp. îlot vannes struct. 1</translation>
     </message>
     <message>
         <source>结构阀岛温度2</source>
-        <translation>Température îlot de vannes structure 2</translation>
+        <translation>Temp. îlot vannes struct. 2</translation>
     </message>
     <message>
         <source>结构料桶温度1</source>
-        <translation>Température réservoir structure 1</translation>
+        <translation>Temp. réservoir struct. 1</translation>
     </message>
     <message>
         <source>结构料桶温度2</source>
-        <translation>Température réservoir structure 2</translation>
+        <translation>Temp. réservoir struct. 2</translation>
     </message>
     <message>
         <source>结构墨管输出控制阀温度</source>
-        <translation>Température vanne de sortie du tube structure</translation>
+        <translation>Temp. vanne sortie struct.</translation>
     </message>
     <message>
         <source>支撑阀岛温度1</source>
-        <translation>Température îlot de vannes support 1</translation>
+        <translation>Temp. îlot vannes support 1</translation>
     </message>
     <message>
         <source>支撑阀岛温度2</source>
-        <translation>Température îlot de vannes support 2</translation>
+        <translation>Temp. îlot vannes support 2</translation>
     </message>
     <message>
         <source>支撑料桶温度1</source>
-        <translation>Température réservoir support 1</translation>
+        <translation>Temp. réservoir support 1</translation>
     </message>
     <message>
         <source>支撑料桶温度2</source>
-        <translation>Température réservoir support 2</translation>
+        <translation>Temp. réservoir support 2</translation>
     </message>
     <message>
         <source>支撑墨管输出控制阀温度</source>
-        <translation>Température vanne de sortie du tube support</translation>
+        <translation>Temp. vanne sortie support</translation>
     </message>
     <message>
         <source>喷头黄铜温度1</source>
-        <translation>Température laiton de la tête 1</translation>
+        <translation>Temp. laiton tête 1</translation>
     </message>
     <message>
         <source>喷头黄铜温度2</source>
-        <translation>Température laiton de la tête 2</translation>
+        <translation>Temp. laiton tête 2</translation>
     </message>
     <message>
         <source>喷头黄铜温度3</source>
-        <translation>Température laiton de la tête 3</translation>
+        <translation>Temp. laiton tête 3</translation>
     </message>
     <message>
         <source>整平辊温度</source>
-        <translation>Température rouleau de nivellement</translation>
+        <translation>Temp. rouleau nivel.</translation>
     </message>
     <message>
         <source>整平刮刀温度</source>
-        <translation>Température racle de nivellement</translation>
+        <translation>Temp. racle nivel.</translation>
     </message>
     <message>
         <source>整平腔废墨出口温度</source>
-        <translation>Température sortie de déchets de la chambre de nivellement</translation>
+        <translation>Temp. sortie déchets nivel.</translation>
     </message>
     <message>
         <source>废墨管温度</source>
-        <translation>Température tube de déchets</translation>
+        <translation>Temp. tube de déchets</translation>
     </message>
     <message>
         <source>喷头温度1</source>
-        <translation>Température tête 1</translation>
+        <translation>Temp. tête 1</translation>
     </message>
     <message>
         <source>喷头温度2</source>
-        <translation>Température tête 2</translation>
+        <translation>Temp. tête 2</translation>
     </message>
     <message>
         <source>喷头温度3</source>
-        <translation>Température tête 3</translation>
+        <translation>Temp. tête 3</translation>
     </message>
     <message>
         <source>结构阀岛供墨失败</source>
-        <translation>Échec d’alimentation de l’îlot de vannes structure</translation>
+        <translation>Échec d&apos;alimentation de l&apos;îlot de vannes structure</translation>
     </message>
     <message>
         <source>支撑阀岛供墨失败</source>
-        <translation>Échec d’alimentation de l’îlot de vannes support</translation>
+        <translation>Échec d&apos;alimentation de l&apos;îlot de vannes support</translation>
     </message>
     <message>
         <source>喷头供墨异常</source>
@@ -529,14 +529,14 @@
     </message>
     <message>
         <source>日常维护项目已过期,请打开维护页面查询!</source>
-        <translation>Un entretien est en retard, veuillez ouvrir la page d’entretien&#xa0;!</translation>
+        <translation>Un entretien est en retard, veuillez ouvrir la page d&apos;entretien&#xa0;!</translation>
     </message>
 </context>
 <context>
     <name>FileForm</name>
     <message>
         <source>打印队列</source>
-        <translation>File d’impression</translation>
+        <translation>File d&apos;impression</translation>
     </message>
     <message>
         <source>等待打印</source>
@@ -583,7 +583,7 @@
     </message>
     <message>
         <source>数据发送错误，升级失败重启后将重新升级</source>
-        <translation>Erreur d’envoi de données, échec de la mise à jour&#xa0;; elle reprendra après un redémarrage</translation>
+        <translation>Erreur d&apos;envoi de données, échec de la mise à jour&#xa0;; elle reprendra après un redémarrage</translation>
     </message>
     <message>
         <source>%1#电路板升级中</source>
@@ -622,7 +622,7 @@
     </message>
     <message>
         <source>开始打印时间</source>
-        <translation>Début de l’impression</translation>
+        <translation>Début de l&apos;impression</translation>
     </message>
     <message>
         <source>预计完成时间</source>
@@ -654,11 +654,11 @@
     </message>
     <message>
         <source>开始打印</source>
-        <translation>Lancer l’impression</translation>
+        <translation>Lancer l&apos;impression</translation>
     </message>
     <message>
         <source>平台未放好</source>
-        <translation>Le plateau n’est pas en place</translation>
+        <translation>Le plateau n&apos;est pas en place</translation>
     </message>
     <message>
         <source>平台是否为空?</source>
@@ -670,7 +670,7 @@
     </message>
     <message>
         <source>是否中止打印</source>
-        <translation>Abandonner l’impression&#xa0;?</translation>
+        <translation>Abandonner l&apos;impression&#xa0;?</translation>
     </message>
     <message>
         <source>打印中... ...</source>
@@ -719,7 +719,7 @@
     </message>
     <message>
         <source>打印机型号</source>
-        <translation>Modèle d’imprimante</translation>
+        <translation>Modèle d&apos;imprimante</translation>
     </message>
     <message>
         <source>固件版本</source>
@@ -817,11 +817,11 @@
     </message>
     <message>
         <source>滚筒吸粉管道除粉</source>
-        <translation>Dépoussiérer le conduit d’aspiration du rouleau</translation>
+        <translation>Dépoussiérer le conduit d&apos;aspiration du rouleau</translation>
     </message>
     <message>
         <source>清洁墨站刮刀</source>
-        <translation>Nettoyer la racle de la station d’encre</translation>
+        <translation>Nettoyer la racle de la station d&apos;encre</translation>
     </message>
     <message>
         <source>清洁整平棍及整平棍刮刀表面</source>
@@ -857,7 +857,7 @@
     </message>
     <message>
         <source>维护项目</source>
-        <translation>Opération d’entretien</translation>
+        <translation>Opération d&apos;entretien</translation>
     </message>
     <message>
         <source>剩余</source>
@@ -869,11 +869,11 @@
     </message>
     <message>
         <source>当前维护循环</source>
-        <translation>Cycle d’entretien en cours</translation>
+        <translation>du cycle en cours</translation>
     </message>
     <message>
         <source>维护是否完成?</source>
-        <translation>L’entretien est-il effectué&#xa0;?</translation>
+        <translation>L&apos;entretien est-il effectué&#xa0;?</translation>
     </message>
 </context>
 <context>
@@ -940,7 +940,7 @@
     </message>
     <message>
         <source>过期日期</source>
-        <translation>Date d’expiration</translation>
+        <translation>Date d&apos;expiration</translation>
     </message>
     <message>
         <source>型号</source>
@@ -1022,15 +1022,15 @@
     </message>
     <message>
         <source>IP地址无效，请检查</source>
-        <translation>L’adresse IP n’est pas valide, veuillez la vérifier</translation>
+        <translation>L&apos;adresse IP n&apos;est pas valide, veuillez la vérifier</translation>
     </message>
     <message>
         <source>子网掩码无效，请检查</source>
-        <translation>Le masque de sous-réseau n’est pas valide, veuillez le vérifier</translation>
+        <translation>Le masque de sous-réseau n&apos;est pas valide, veuillez le vérifier</translation>
     </message>
     <message>
         <source>默认网关无效或与IP地址不在同一网段，请检查</source>
-        <translation>La passerelle par défaut n’est pas valide ou n’est pas dans le sous-réseau de l’adresse IP, veuillez la vérifier</translation>
+        <translation>La passerelle par défaut n&apos;est pas valide ou n&apos;est pas dans le sous-réseau de l&apos;adresse IP, veuillez la vérifier</translation>
     </message>
     <message>
         <source>网卡未正常工作请检查网线是否正常连接，人工排查问题</source>
@@ -1065,7 +1065,7 @@
     </message>
     <message>
         <source>打印时间</source>
-        <translation>Durée d’impression</translation>
+        <translation>Durée d&apos;impression</translation>
     </message>
     <message>
         <source>结构材料</source>
@@ -1077,7 +1077,7 @@
     </message>
     <message>
         <source>打印机模式</source>
-        <translation>Mode d’impression</translation>
+        <translation>Mode d&apos;impression</translation>
     </message>
     <message>
         <source>估算层数</source>
@@ -1089,7 +1089,7 @@
     </message>
     <message>
         <source>开始打印</source>
-        <translation>Lancer l’impression</translation>
+        <translation>Lancer l&apos;impression</translation>
     </message>
     <message>
         <source>模型文件损坏或已删除</source>
@@ -1097,11 +1097,11 @@
     </message>
     <message>
         <source>没有预览图</source>
-        <translation>Pas d’aperçu</translation>
+        <translation>Pas d&apos;aperçu</translation>
     </message>
     <message>
         <source>模型文件损坏或已删除，请重新添加</source>
-        <translation>Fichier de modèle endommagé ou supprimé, veuillez l’ajouter de nouveau</translation>
+        <translation>Fichier de modèle endommagé ou supprimé, veuillez l&apos;ajouter de nouveau</translation>
     </message>
 </context>
 <context>
@@ -1217,7 +1217,7 @@
     </message>
     <message>
         <source>日志没有全部保存</source>
-        <translation>Tous les journaux n’ont pas pu être enregistrés</translation>
+        <translation>Tous les journaux n&apos;ont pas pu être enregistrés</translation>
     </message>
     <message>
         <source>已保存 %1 个日志文件</source>
@@ -1229,11 +1229,11 @@
     </message>
     <message>
         <source>是否关机，请确认，如果进入关机流程，只能断电重启</source>
-        <translation>Arrêter la machine&#xa0;? Veuillez confirmer&#xa0;: une fois l’arrêt commencé, la machine ne redémarre qu’après coupure de l’alimentation</translation>
+        <translation>Arrêter la machine&#xa0;? Veuillez confirmer&#xa0;: une fois l&apos;arrêt commencé, la machine ne redémarre qu&apos;après coupure de l&apos;alimentation</translation>
     </message>
     <message>
         <source>请关闭电源</source>
-        <translation>Veuillez couper l’alimentation</translation>
+        <translation>Veuillez couper l&apos;alimentation</translation>
     </message>
     <message>
         <source>关机中,请稍后...</source>
@@ -1280,15 +1280,15 @@
     </message>
     <message>
         <source>结构负压%1</source>
-        <translation>Dépression structure %1</translation>
+        <translation>Structure %1</translation>
     </message>
     <message>
         <source>支撑负压%1</source>
-        <translation>Dépression support %1</translation>
+        <translation>Support %1</translation>
     </message>
     <message>
         <source>正压</source>
-        <translation>Pression positive</translation>
+        <translation>Positive</translation>
     </message>
     <message>
         <source>喷头%1支撑液位</source>
@@ -1318,11 +1318,11 @@
     </message>
     <message>
         <source>打印机总时间</source>
-        <translation>Temps total de l’imprimante</translation>
+        <translation>Temps total de l&apos;imprimante</translation>
     </message>
     <message>
         <source>打印总时间</source>
-        <translation>Temps total d’impression</translation>
+        <translation>Temps total d&apos;impression</translation>
     </message>
     <message>
         <source>连续运行时间</source>
@@ -1361,7 +1361,7 @@
     </message>
     <message>
         <source>错误代码</source>
-        <translation>Code d’erreur</translation>
+        <translation>Code d&apos;erreur</translation>
     </message>
     <message>
         <source>事件内容</source>

@@ -869,7 +869,7 @@
     </message>
     <message>
         <source>当前维护循环</source>
-        <translation>현재 유지보수 주기</translation>
+        <translation>현재 주기</translation>
     </message>
     <message>
         <source>维护是否完成?</source>
@@ -1280,11 +1280,11 @@
     </message>
     <message>
         <source>结构负压%1</source>
-        <translation>구조 음압 %1</translation>
+        <translation>구조 %1</translation>
     </message>
     <message>
         <source>支撑负压%1</source>
-        <translation>서포트 음압 %1</translation>
+        <translation>서포트 %1</translation>
     </message>
     <message>
         <source>正压</source>

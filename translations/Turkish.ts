@@ -107,15 +107,15 @@
     </message>
     <message>
         <source>生成修改值</source>
-        <translation>Değiştirilmiş oluştur</translation>
+        <translation>Değişeni oluştur</translation>
     </message>
     <message>
         <source>写入原始值</source>
-        <translation>Özgün değerleri yaz</translation>
+        <translation>Özgünü yaz</translation>
     </message>
     <message>
         <source>写入修改值</source>
-        <translation>Değiştirilmişi yaz</translation>
+        <translation>Değişeni yaz</translation>
     </message>
     <message>
         <source>请稍后，准备中...</source>
@@ -413,95 +413,95 @@
     </message>
     <message>
         <source>支撑墨管温度1</source>
-        <translation>Destek mürekkep hortumu sıcaklığı 1</translation>
+        <translation>Destek hortumu sıc. 1</translation>
     </message>
     <message>
         <source>支撑墨管温度2</source>
-        <translation>Destek mürekkep hortumu sıcaklığı 2</translation>
+        <translation>Destek hortumu sıc. 2</translation>
     </message>
     <message>
         <source>支撑墨管温度3</source>
-        <translation>Destek mürekkep hortumu sıcaklığı 3</translation>
+        <translation>Destek hortumu sıc. 3</translation>
     </message>
     <message>
         <source>结构墨管温度1</source>
-        <translation>Yapı mürekkep hortumu sıcaklığı 1</translation>
+        <translation>Yapı hortumu sıc. 1</translation>
     </message>
     <message>
         <source>结构墨管温度2</source>
-        <translation>Yapı mürekkep hortumu sıcaklığı 2</translation>
+        <translation>Yapı hortumu sıc. 2</translation>
     </message>
     <message>
         <source>结构墨管温度3</source>
-        <translation>Yapı mürekkep hortumu sıcaklığı 3</translation>
+        <translation>Yapı hortumu sıc. 3</translation>
     </message>
     <message>
         <source>结构阀岛温度1</source>
-        <translation>Yapı valf adası sıcaklığı 1</translation>
+        <translation>Yapı valf adası sıc. 1</translation>
     </message>
     <message>
         <source>结构阀岛温度2</source>
-        <translation>Yapı valf adası sıcaklığı 2</translation>
+        <translation>Yapı valf adası sıc. 2</translation>
     </message>
     <message>
         <source>结构料桶温度1</source>
-        <translation>Yapı haznesi sıcaklığı 1</translation>
+        <translation>Yapı haznesi sıc. 1</translation>
     </message>
     <message>
         <source>结构料桶温度2</source>
-        <translation>Yapı haznesi sıcaklığı 2</translation>
+        <translation>Yapı haznesi sıc. 2</translation>
     </message>
     <message>
         <source>结构墨管输出控制阀温度</source>
-        <translation>Yapı hortumu çıkış valfi sıcaklığı</translation>
+        <translation>Yapı çıkış valfi sıc.</translation>
     </message>
     <message>
         <source>支撑阀岛温度1</source>
-        <translation>Destek valf adası sıcaklığı 1</translation>
+        <translation>Destek valf adası sıc. 1</translation>
     </message>
     <message>
         <source>支撑阀岛温度2</source>
-        <translation>Destek valf adası sıcaklığı 2</translation>
+        <translation>Destek valf adası sıc. 2</translation>
     </message>
     <message>
         <source>支撑料桶温度1</source>
-        <translation>Destek haznesi sıcaklığı 1</translation>
+        <translation>Destek haznesi sıc. 1</translation>
     </message>
     <message>
         <source>支撑料桶温度2</source>
-        <translation>Destek haznesi sıcaklığı 2</translation>
+        <translation>Destek haznesi sıc. 2</translation>
     </message>
     <message>
         <source>支撑墨管输出控制阀温度</source>
-        <translation>Destek hortumu çıkış valfi sıcaklığı</translation>
+        <translation>Destek çıkış valfi sıc.</translation>
     </message>
     <message>
         <source>喷头黄铜温度1</source>
-        <translation>Kafa pirinç gövde sıcaklığı 1</translation>
+        <translation>Kafa pirinç sıc. 1</translation>
     </message>
     <message>
         <source>喷头黄铜温度2</source>
-        <translation>Kafa pirinç gövde sıcaklığı 2</translation>
+        <translation>Kafa pirinç sıc. 2</translation>
     </message>
     <message>
         <source>喷头黄铜温度3</source>
-        <translation>Kafa pirinç gövde sıcaklığı 3</translation>
+        <translation>Kafa pirinç sıc. 3</translation>
     </message>
     <message>
         <source>整平辊温度</source>
-        <translation>Düzleme silindiri sıcaklığı</translation>
+        <translation>Düzleme silindiri sıc.</translation>
     </message>
     <message>
         <source>整平刮刀温度</source>
-        <translation>Düzleme sıyırıcısı sıcaklığı</translation>
+        <translation>Düzleme sıyırıcısı sıc.</translation>
     </message>
     <message>
         <source>整平腔废墨出口温度</source>
-        <translation>Düzleme haznesi atık çıkışı sıcaklığı</translation>
+        <translation>Düzleme atık çıkışı sıc.</translation>
     </message>
     <message>
         <source>废墨管温度</source>
-        <translation>Atık hortumu sıcaklığı</translation>
+        <translation>Atık hortumu sıc.</translation>
     </message>
     <message>
         <source>喷头温度1</source>
@@ -556,7 +556,7 @@
     </message>
     <message>
         <source>U盘添加</source>
-        <translation>USB’den ekle</translation>
+        <translation>USB&apos;den ekle</translation>
     </message>
     <message>
         <source>文件拷贝中</source>
@@ -849,7 +849,7 @@
     </message>
     <message>
         <source>到期</source>
-        <translation>Süresi doldu</translation>
+        <translation>Zamanı geldi</translation>
     </message>
     <message>
         <source>超期</source>
@@ -869,7 +869,7 @@
     </message>
     <message>
         <source>当前维护循环</source>
-        <translation>Geçerli bakım döngüsü</translation>
+        <translation>bu döngüde</translation>
     </message>
     <message>
         <source>维护是否完成?</source>
@@ -1201,7 +1201,7 @@
     </message>
     <message>
         <source>U盘更新</source>
-        <translation>USB’den güncelle</translation>
+        <translation>USB&apos;den güncelle</translation>
     </message>
     <message>
         <source>电源选项</source>
@@ -1280,15 +1280,15 @@
     </message>
     <message>
         <source>结构负压%1</source>
-        <translation>Yapı vakumu %1</translation>
+        <translation>Yapı %1</translation>
     </message>
     <message>
         <source>支撑负压%1</source>
-        <translation>Destek vakumu %1</translation>
+        <translation>Destek %1</translation>
     </message>
     <message>
         <source>正压</source>
-        <translation>Pozitif basınç</translation>
+        <translation>Pozitif</translation>
     </message>
     <message>
         <source>喷头%1支撑液位</source>
