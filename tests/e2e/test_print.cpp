@@ -4,6 +4,15 @@
 
 #include <QtTest>
 
+/// "subject|body" of a mail as the stand-in tool has written it.
+static QString mail(const TestPrinter &printer, int number)
+{
+    QFile file(QString("%1/../.PeloraTemp/machine/mail/mail-000%2.json").arg(printer.install()).arg(number));
+    file.open(QIODevice::ReadOnly);
+    const QJsonDocument mail = QJsonDocument::fromJson(file.readAll());
+    return mail["subject"].toString() + '|' + mail["body"].toString();
+}
+
 class TestPrint : public QObject
 {
     Q_OBJECT
@@ -25,7 +34,11 @@ void TestPrint::finish(TestPrinter &printer, const QString &name, int damagedLay
     const QString end = printer.rig().waitPrintEnd(240000);
     QVERIFY2(end.contains("打印完成"), qPrintable(end + printer.error()));
     const auto rows = printer.query("select * from PrintQueue");
+    const QStringList mails{mail(printer, 1), mail(printer, 2)};
     const QJsonObject report = printer.stop();
+    QCOMPARE(mails[0], QString("打印开始|%1  打印开始").arg(name));
+    QVERIFY2(mails[1].startsWith("PrintStop|" + name + '\n') && mails[1].endsWith("\n打印完成"),
+             qPrintable(mails[1]));
     QCOMPARE(rows.size(), 1);
     QCOMPARE(rows[0]["ModelName"].toString(), name);
     QCOMPARE(rows[0]["status"].toInt(), 1);
