@@ -2,22 +2,28 @@
 
 #include "events/EventHandler.h"
 #include "events/SendEmail.h"
+#include "frame/Folders.h"
 #include "frame/JsonConfig.h"
 #include "frame/RotatingLog.h"
 #include "frame/SqliteUtil.h"
+#include "printdata/LayerFile.h"
 #include "printdata/PrintQueue.h"
 #include "tests/forms/FormRig.h"
 
+#include <QBuffer>
 #include <QDateTime>
+#include <QDir>
 #include <QJsonDocument>
 #include <QPainter>
 #include <QtMath>
+#include <functional>
 
 namespace
 {
 constexpr int samplePeriodS = 300;
 constexpr int samples = 24 * 3600 / samplePeriodS;
 constexpr int tempZones = 56;
+constexpr int layerPixels = 256;
 
 const char *const waiting[] = {
     "calibration-pins",  "bracelet-link-x24", "impeller-88",
@@ -66,6 +72,31 @@ QByteArray eventLine(int sample, quint32 id)
                                .arg(id, 8, 16, QChar('0'))
                                .arg(EventHandler::eventMessage(id))
                                .toUtf8();
+}
+/// As FormRig's, but with all that the details page tells.
+void addModel(const QString &name, const QByteArray &picture)
+{
+    const QByteArray settings =
+        pictureSettings(layerPixels, layerPixels, 0, 4) +
+        "printTime=9300\nmachineType=Pelora620\nlayerCnt=480\nextentX=21.4\nextentY=19.8\nextentZ=9.6\n"
+        "PrintModeName=HD\nprintModeName=HD\n";
+    writeFile("model/" + name, modelBytes(settings, picture, picture));
+    addToQueue(name);
+}
+
+/// A layer file of what `paint` paints; the file holds the bottom row first.
+void writeLayer(const QString &model, char kind, const std::function<void(QPainter *)> &paint)
+{
+    QImage image(layerPixels, layerPixels, QImage::Format_MonoLSB);
+    image.fill(0);
+    QPainter painter(&image);
+    painter.setPen(QPen(Qt::color1, 26));
+    paint(&painter);
+    painter.end();
+    QByteArray bits;
+    for (int y = layerPixels - 1; y >= 0; --y)
+        bits.append(reinterpret_cast<const char *>(image.constScanLine(y)), layerPixels / 8);
+    writeFile(layerFile(sliceFolder(model), kind, jobLayer), layerAround(packed(bits)));
 }
 } // namespace
 
@@ -136,13 +167,16 @@ void writeTrendLogs()
 
 void fillQueue()
 {
+    QByteArray picture;
+    QBuffer buffer(&picture);
+    ringPicture().save(&buffer, "PNG");
     for (const char *name : waiting)
-        FormRig::addModel(QString(name) + ".tzl", ringPicture());
+        addModel(QString(name) + ".tzl", picture);
     for (int status : {QueuePrinted, QueueAborted})
         for (int i = 0; i < 3 * status; ++i) {
             const QString name =
                 QString("%1-%2.tzl").arg(status == QueuePrinted ? "chain" : "crown").arg(110 + 7 * i);
-            FormRig::addModel(name, ringPicture());
+            addModel(name, picture);
             sqliteUtil()->ExecuteSqlQuery(
                 QString(
                     "update PrintQueue set status=%1,EndTime=\"2026-11-1%2 08:2%2\" where ModelName=\"%3\"")
@@ -152,9 +186,16 @@ void fillQueue()
         }
 }
 
+void writeJobLayer(const QString &model)
+{
+    QDir().mkpath(sliceFolder(model));
+    writeLayer(model, 'm', [](QPainter *painter) { painter->drawEllipse(QRect(40, 60, 176, 140)); });
+    writeLayer(model, 's', [](QPainter *painter) { painter->drawEllipse(QRect(72, 90, 112, 80)); });
+}
+
 void raiseEvents()
 {
     EventHandler::checkEventRange(131, 115, 0x00033201, 15);
-    EventHandler::checkEventRange(92, 115, 0x00064304, 15);
+    EventHandler::setEvent(0x00ffff06, {});
     EventHandler::setEvent(0x00ffff07, {});
 }

@@ -16,5 +16,8 @@ void writeSettings();
 void writeTrendLogs();
 /// The queue's rows, waiting, printed and aborted, with their models.
 void fillQueue();
-/// Two alarms and a maintenance item.
+/// The layer that the running job is at.
+constexpr int jobLayer = 288;
+void writeJobLayer(const QString &model);
+/// Two alarms and a maintenance item. The services take the first back when they next look.
 void raiseEvents();

@@ -5,10 +5,12 @@
 #include "events/OperatorMessage.h"
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
+#include "forms/LayerPicture.h"
 #include "forms/MaterialForm.h"
 #include "forms/MsgForm.h"
 #include "forms/NetForm.h"
 #include "material/TempCtl.h"
+#include "printdata/SliceToImage.h"
 #include "tests/forms/FormRig.h"
 #include "tests/forms/Palette.h"
 #include "tests/forms/ScreenData.h"
@@ -81,8 +83,8 @@ void setJob(int status, const char *icon, const QString &meaning)
 {
     xdmControl()->setPrintStatus(status);
     const QString start = QDateTime::currentDateTime().addSecs(-3600 * 4).toString("yyyy-MM-dd hh:mm");
-    const QJsonObject state{{"Tips", "288-2 480"},
-                            {"PrintLayer", 288},
+    const QJsonObject state{{"Tips", QString("%1-2 480").arg(jobLayer)},
+                            {"PrintLayer", jobLayer},
                             {"SumLayer", 480},
                             {"LeftTime", 9300.0},
                             {"StartTime", start}};
@@ -101,6 +103,10 @@ void job()
     FormRig::find<QPushButton>("pushButton_printStop")->setEnabled(true);
     emit tempCtl()->tempStatus(1);
     setJob(PrintStatusPrinting, "Pause", HomeForm::tr("暂停"));
+    writeJobLayer(sliceToImage()->fileName());
+    auto *layer = FormRig::find<LayerPicture>("layerPicture");
+    layer->look();
+    waitUntil([=] { return layer->layer() == jobLayer; });
     shot("home-printing");
     shotMessages("home-stop", "pushButton_printStop", {"pushButton_No"});
     openTool("pushButton_Debug");
@@ -201,7 +207,7 @@ void trends()
     shot("trend");
     FormRig::press("pushButton_zone4");
     FormRig::press("pushButton_air2");
-    QTest::mouseClick(FormRig::find<QWidget>("plotTemp"), Qt::LeftButton, {}, QPoint(300, 100));
+    QTest::mouseClick(FormRig::find<QWidget>("plotTemp"), Qt::LeftButton, {}, QPoint(327, 120));
     shot("trend-touched");
 }
 
@@ -242,10 +248,19 @@ void warnings()
     shot("warning-none");
     raiseEvents();
     FormRig::press("pushButton_home");
-    waitUntil([] { return FormRig::find<QPushButton>("pushButton_warning")->text() == "3"; });
+    waitUntil([] { return FormRig::find<QPushButton>("pushButton_warning")->text() != "0"; });
     shot("home-warnings");
+    raiseEvents();
     FormRig::press("pushButton_warning");
     shot("warning");
+}
+
+/// As the start of the program finds it.
+void chooseLanguage(const QString &file)
+{
+    QDir().mkpath("translations");
+    QFile::copy(file, "translations/" + QFileInfo(file).fileName());
+    QFile::copy(file, "lan.qm");
 }
 
 /// Ends with the machine off.
@@ -266,9 +281,11 @@ int main(int argc, char **argv)
     const QStringList arguments = application.arguments();
     folder = QDir(arguments.value(1, ".")).absolutePath();
     QTranslator translator;
-    if (arguments.size() > 2 && translator.load(QFileInfo(arguments.at(2)).absoluteFilePath()))
+    const QString language = QFileInfo(arguments.value(2)).absoluteFilePath();
+    if (translator.load(language))
         QCoreApplication::installTranslator(&translator);
     FormRig rig;
+    chooseLanguage(language);
     fillQueue();
     writeSettings();
     rig.plugDisk({"cuff-links.tzl", "filigree-ring-17mm.tzl", "impeller-88.tzl", "珍珠吊坠-v3.tzl",
