@@ -292,7 +292,7 @@ void TrendPlot::paintLegend(QPainter *painter)
         const int valueWidth = metrics.horizontalAdvance(value) + 8;
         painter->setPen(colourOf(i));
         painter->drawText(cell, Qt::AlignLeft | Qt::AlignVCenter,
-                          metrics.elidedText(name, Qt::ElideRight, cell.width() - valueWidth));
+                          metrics.elidedText(name, Qt::ElideMiddle, cell.width() - valueWidth));
         painter->setPen(textColour);
         painter->drawText(cell, Qt::AlignRight | Qt::AlignVCenter, value);
     }
