@@ -26,6 +26,8 @@ constexpr double inkStationReach =
 constexpr double pressX = 640000.0;
 constexpr double pressZ = 110000.0;
 constexpr double pressReach = 5000.0;
+/// Z at which a container stands under the heads when a person purges them.
+constexpr double containerZ = 80000.0;
 constexpr double xAcceleration = 6.0e6; ///< per second squared
 
 constexpr double yEnd = 60000.0;

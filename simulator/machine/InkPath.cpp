@@ -179,7 +179,7 @@ void InkPath::tellDoor(bool closed)
 void InkPath::press(int head)
 {
     settle();
-    if (!m_machine.stackUnderHeads())
+    if (!m_machine.stackUnderHeads() && !m_machine.containerUnderHeads())
         m_machine.violation("press-without-stack", QString("X %1, Z %2, stack %3")
                                                        .arg(m_machine.xCounts())
                                                        .arg(m_machine.zPosition())

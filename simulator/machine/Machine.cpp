@@ -264,6 +264,11 @@ void Machine::checkStack(double target)
         violation("stack-over-part", QString("X to %1 with the ink stack on the carriage").arg(target));
 }
 
+bool Machine::containerUnderHeads() const
+{
+    return !m_stackCoupled && std::fabs(m_z.position(now()) - geometry::containerZ) <= geometry::pressReach;
+}
+
 bool Machine::stackUnderHeads() const
 {
     return m_stackCoupled && std::fabs(m_x.position(now()) - geometry::pressX) <= geometry::pressReach &&

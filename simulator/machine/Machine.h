@@ -55,6 +55,8 @@ public:
     bool stackCoupled() const { return m_stackCoupled; }
     /// Coupled, and carriage and bed where ink is pressed.
     bool stackUnderHeads() const;
+    /// The bed stands where a person puts a container, and the stack is not in between.
+    bool containerUnderHeads() const;
     /// Parked: the magnet does not take it. Carriage: it does not let go.
     enum class StackStuck { No, Parked, Carriage };
     void setStackStuck(StackStuck stuck);
