@@ -19,11 +19,12 @@ inline bool isEditBoxPress(QObject *watched, QEvent *event)
 }
 
 /// Has the page's event filter see every press of its edit boxes, and the style sheet tell a hint from a
-/// text: it gives both one colour otherwise.
+/// text: it gives both one colour otherwise. A long press opens no menu: its words would be English.
 inline void setUpEditBoxes(QWidget *page)
 {
     const auto tellHints = [](auto *box, auto isEmpty) {
         const auto tell = [box, isEmpty] { setStyleProperty(box, "hint", isEmpty()); };
+        box->setContextMenuPolicy(Qt::NoContextMenu);
         QObject::connect(box, &std::remove_pointer_t<decltype(box)>::textChanged, box, tell);
         tell();
     };
