@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
-/// With a palette of the most frequent colours, a picture of a page takes a third and looks the same.
-inline QImage withPalette(const QImage &image)
+/// With a palette of its most frequent colours, a picture of a page takes a third or less and looks the same.
+inline QImage withPalette(const QImage &image, int size)
 {
     QHash<QRgb, int> counts;
     for (int y = 0; y < image.height(); ++y)
@@ -17,5 +17,5 @@ inline QImage withPalette(const QImage &image)
     QVector<QRgb> colours = counts.keys().toVector();
     std::sort(colours.begin(), colours.end(),
               [&](QRgb a, QRgb b) { return std::make_pair(-counts[a], a) < std::make_pair(-counts[b], b); });
-    return image.convertToFormat(QImage::Format_Indexed8, colours.mid(0, 256), Qt::AvoidDither);
+    return image.convertToFormat(QImage::Format_Indexed8, colours.mid(0, size), Qt::AvoidDither);
 }

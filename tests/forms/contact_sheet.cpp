@@ -55,5 +55,5 @@ int main(int argc, char **argv)
         }
     }
     painter.end();
-    return withPalette(sheet).save(application.arguments().at(1), nullptr, 0) ? 0 : 1;
+    return withPalette(sheet, 256).save(application.arguments().at(1), nullptr, 0) ? 0 : 1;
 }

@@ -35,7 +35,7 @@ QString folder;
 void shot(const QString &name)
 {
     QApplication::processEvents();
-    withPalette(mainWindow()->grab().toImage()).save(folder + '/' + name + ".png", nullptr, 0);
+    withPalette(mainWindow()->grab().toImage(), 64).save(folder + '/' + name + ".png", nullptr, 0);
 }
 
 void openTool(const char *button)
@@ -115,6 +115,7 @@ void job()
     setJob(PrintStatusPaused, "Resume", HomeForm::tr("继续"));
     shot("home-paused");
     homeForm()->stopPrintSlots();
+    layer->look();
 }
 
 void messages()
@@ -207,13 +208,19 @@ void trends()
     shot("trend");
     FormRig::press("pushButton_zone4");
     FormRig::press("pushButton_air2");
-    QTest::mouseClick(FormRig::find<QWidget>("plotTemp"), Qt::LeftButton, {}, QPoint(327, 120));
+    QTest::mouseClick(FormRig::find<QWidget>("plotTemp"), Qt::LeftButton, {}, QPoint(310, 120));
     shot("trend-touched");
 }
 
 void typeInto(const char *box)
 {
     QTest::mouseClick(FormRig::find<QLineEdit>(box), Qt::LeftButton);
+}
+
+void strike(const QStringList &keys)
+{
+    for (const QString &key : keys)
+        QTest::mouseClick(FormRig::find<QPushButton>("key_" + key), Qt::LeftButton);
 }
 
 void setup()
@@ -231,6 +238,9 @@ void setup()
     adapter.gateway = "192.168.10.1";
     netForm()->initNetwork({adapter});
     shot("net");
+    typeInto("lineEdit_ip");
+    shot("net-keyboard");
+    strike({"hide"});
     netForm()->initNetwork({});
     shot("net-no-adapter");
     mainWindow()->closeMessageForm();
@@ -239,6 +249,13 @@ void setup()
     shot("email");
     typeInto("lineEdit_emailFrom");
     shot("email-keyboard");
+    for (const char *page : {"symbols", "accents"}) {
+        strike({page});
+        shot(QString("keyboard-") + page);
+    }
+    strike(QString("letters language z h i c h e n g").split(' '));
+    shot("keyboard-pinyin");
+    strike({"hide"});
 }
 
 void warnings()
