@@ -1,6 +1,7 @@
 #include "forms/Icons.h"
 
 #include <QColor>
+#include <QHash>
 #include <QPainter>
 #include <QPixmap>
 
@@ -49,34 +50,42 @@ void add(QIcon &icon, const QPixmap &picture, QIcon::State state)
     icon.addPixmap(picture, QIcon::Selected, state); // a selected list row tints icons otherwise
     icon.addPixmap(faded(picture), QIcon::Disabled, state);
 }
+
+/// Makes each icon once: pages ask again whenever they are shown, and every new icon draws its pictures anew.
+template <class Make> QIcon once(const char *kind, const QString &name, IconPlace place, Make make)
+{
+    static QHash<QString, QIcon> made;
+    QIcon &icon = made[QString::fromLatin1(kind) + QString::number(int(place)) + name];
+    if (icon.isNull())
+        make(icon, place == IconPlace::Alone ? load(name) : widened(load(name)));
+    return icon;
+}
 } // namespace
 
 QIcon pageIcon(const QString &name, IconPlace place)
 {
-    QIcon icon;
-    add(icon, place == IconPlace::Alone ? load(name) : widened(load(name)), QIcon::Off);
-    return icon;
+    return once("page", name, place,
+                [](QIcon &icon, const QPixmap &picture) { add(icon, picture, QIcon::Off); });
 }
 
 QIcon quietIcon(const QString &name, IconPlace place)
 {
-    QIcon icon;
-    const QPixmap picture = load(name);
-    add(icon, tint(place == IconPlace::Alone ? picture : widened(picture), quietColour), QIcon::Off);
-    return icon;
+    return once("quiet", name, place, [](QIcon &icon, const QPixmap &picture) {
+        add(icon, tint(picture, quietColour), QIcon::Off);
+    });
 }
 
 QIcon choiceIcon(const QString &name)
 {
-    QIcon icon;
-    add(icon, tint(load(name), quietColour), QIcon::Off);
-    add(icon, tint(load(name), textColour), QIcon::On);
-    return icon;
+    return once("choice", name, IconPlace::Alone, [](QIcon &icon, const QPixmap &picture) {
+        add(icon, tint(picture, quietColour), QIcon::Off);
+        add(icon, tint(picture, textColour), QIcon::On);
+    });
 }
 
 QIcon darkIcon(const QString &name)
 {
-    QIcon icon;
-    add(icon, tint(widened(load(name)), darkColour), QIcon::Off);
-    return icon;
+    return once("dark", name, IconPlace::BeforeText, [](QIcon &icon, const QPixmap &picture) {
+        add(icon, tint(picture, darkColour), QIcon::Off);
+    });
 }

@@ -1,5 +1,7 @@
 #include "keyboard/PinyinEngine.h"
 
+#include "DictionaryFile.h"
+
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
@@ -59,9 +61,9 @@ PinyinEngine::~PinyinEngine()
 
 QString PinyinEngine::dictionary()
 {
-    for (const char *path : {"keyboard/dict_pinyin.dat", PELORA_PINYIN_DICTIONARY}) {
+    for (const char *path : {"keyboard/dict_pinyin.dat", systemDictionary}) {
         const QString name = QString::fromUtf8(path);
-        if (QFileInfo(name).size() == PELORA_PINYIN_SIZE) // the decoder trusts what it reads
+        if (QFileInfo(name).size() == dictionarySize) // the decoder trusts what it reads
             return name;
     }
     return {};

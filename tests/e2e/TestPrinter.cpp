@@ -75,6 +75,7 @@ bool TestPrinter::start(const QStringList &environment, bool withMachine)
 {
     RigOptions options;
     options.install = install();
+    options.scale = m_scale;
     options.environment = environment;
     options.machineArguments = QStringList{"--report", out() + "/report.json", "--parts", out() + "/parts"};
     m_rig = std::make_unique<PrinterRig>(options);

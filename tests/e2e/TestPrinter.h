@@ -16,6 +16,8 @@ public:
     /// Packs a small bar into the USB folder under this name. Further options go to tzlpack.
     bool makeModel(const QString &name, const QStringList &packOptions = {}, double heightMm = 0.7,
                    bool (*writeMesh)(const QString &file, double height) = writeTeeBar);
+    /// Time scale of machine and program; 100 when not set.
+    void setScale(double scale) { m_scale = scale; }
     /// Starts machine and program.
     bool start(const QStringList &environment = {}, bool withMachine = true);
     PrinterRig &rig() { return *m_rig; }
@@ -51,4 +53,5 @@ private:
     std::unique_ptr<PrinterRig> m_rig;
     QString m_error;
     quint16 m_remotePort = 0;
+    double m_scale = RigOptions().scale;
 };
