@@ -1,5 +1,5 @@
-// How long the window's event loop is held while an operator walks through every page of the installed program. Exit
-// code 1 when it is held longer than it may, 2 when nothing could be measured.
+// How long the window's event loop is held while an operator walks through every page of the installed
+// program. Exit code 1 when it is held longer than it may, 2 when nothing could be measured.
 
 #include "TestPrinter.h"
 
@@ -18,17 +18,39 @@ struct Step {
     const char *answer; ///< to the message that it brings; null: none
 };
 constexpr Step steps[] = {
-    {"pushButton_home", nullptr},          {"pushButton_warning", nullptr},  {"pushButton_back", nullptr},
-    {"pushButton_lock", nullptr},          {"pushButton_fileList", nullptr}, {"pushButtonComplete", nullptr},
-    {"pushButtonAbort", nullptr},          {"pushButtonWaitPrint", nullptr}, {"pushButton_addfile", nullptr},
-    {"pushButton_back", nullptr},          {"pushButton_material", nullptr}, {"pushButton_5", "No"},
-    {"pushButton_tool", nullptr},          {"pushButton_machineInfo", nullptr}, {"pushButton_back", nullptr},
-    {"pushButton_UserInfo", nullptr},      {"pushButton_back", nullptr},     {"pushButton_3", nullptr},
-    {"pushButton_back", nullptr},          {"pushButton_Trend", nullptr},    {"pushButton_zone2", nullptr},
-    {"pushButton_back", nullptr},          {"pushButton_Debug", nullptr},    {"pushButton_zTest", "No"},
-    {"pushButton_back", nullptr},          {"pushButton_Power", "No"},       {"pushButton_setup", nullptr},
-    {"pushButton_Net", nullptr},           {"pushButton_back", nullptr},     {"pushButton_Email", nullptr},
-    {"lineEdit_host", nullptr},            {"key_a", nullptr},               {"key_hide", nullptr},
+    {"pushButton_home", nullptr},
+    {"pushButton_warning", nullptr},
+    {"pushButton_back", nullptr},
+    {"pushButton_lock", nullptr},
+    {"pushButton_fileList", nullptr},
+    {"pushButtonComplete", nullptr},
+    {"pushButtonAbort", nullptr},
+    {"pushButtonWaitPrint", nullptr},
+    {"pushButton_addfile", nullptr},
+    {"pushButton_back", nullptr},
+    {"pushButton_material", nullptr},
+    {"pushButton_5", "No"},
+    {"pushButton_tool", nullptr},
+    {"pushButton_machineInfo", nullptr},
+    {"pushButton_back", nullptr},
+    {"pushButton_UserInfo", nullptr},
+    {"pushButton_back", nullptr},
+    {"pushButton_3", nullptr},
+    {"pushButton_back", nullptr},
+    {"pushButton_Trend", nullptr},
+    {"pushButton_zone2", nullptr},
+    {"pushButton_back", nullptr},
+    {"pushButton_Debug", nullptr},
+    {"pushButton_zTest", "No"},
+    {"pushButton_back", nullptr},
+    {"pushButton_Power", "No"},
+    {"pushButton_setup", nullptr},
+    {"pushButton_Net", nullptr},
+    {"pushButton_back", nullptr},
+    {"pushButton_Email", nullptr},
+    {"lineEdit_host", nullptr},
+    {"key_a", nullptr},
+    {"key_hide", nullptr},
     {"pushButton_back", nullptr},
 };
 
@@ -58,9 +80,11 @@ int main(int argc, char **argv)
     qint64 longest = 0;
     for (const Step &step : steps) {
         const qint64 held = heldBy(printer.rig(), step);
-        std::printf("%-24s %4lld ms%s\n", step.button, static_cast<long long>(held), held > limitMs ? "  MISSED" : "");
+        std::printf("%-24s %4lld ms%s\n", step.button, static_cast<long long>(held),
+                    held > limitMs ? "  MISSED" : "");
         longest = qMax(longest, held);
     }
-    std::printf("longest %lld ms (limit %lld)\n", static_cast<long long>(longest), static_cast<long long>(limitMs));
+    std::printf("longest %lld ms (limit %lld)\n", static_cast<long long>(longest),
+                static_cast<long long>(limitMs));
     return longest > limitMs ? 1 : 0;
 }

@@ -1,5 +1,5 @@
-// How long a change of page takes until it is painted, and a list of 255 rows. Exit code 1 when one takes longer than
-// it may.
+// How long a change of page takes until it is painted, and a list of 255 rows. Exit code 1 when one takes
+// longer than it may.
 
 #include "forms/AddFileForm.h"
 #include "forms/DebugForm.h"
@@ -64,9 +64,9 @@ bool report(const char *what, double ms)
 void fillQueue(int count)
 {
     for (int i = 0; i < count; ++i)
-        sqliteUtil()->ExecuteSqlQuery(
-            QString("insert into PrintQueue(ModelName,createtime,status,ID) values(\"part-%1.tzl\",\"2026-11-21\",0,%1)")
-                .arg(i));
+        sqliteUtil()->ExecuteSqlQuery(QString("insert into PrintQueue(ModelName,createtime,status,ID) "
+                                              "values(\"part-%1.tzl\",\"2026-11-21\",0,%1)")
+                                          .arg(i));
 }
 } // namespace
 
@@ -78,11 +78,21 @@ int main(int argc, char **argv)
     FormRig::showWindow();
     bool good = true;
     const std::pair<const char *, QWidget *> pages[] = {
-        {"HomeForm", homeForm()},       {"FileForm", fileForm()},         {"AddFileForm", addFileForm()},
-        {"MaterialForm", materialForm()}, {"ToolForm", toolForm()},       {"SetupForm", setupForm()},
-        {"NetForm", netForm()},         {"EmailForm", emailForm()},       {"UserInfoForm", userInfoForm()},
-        {"MachineForm", machineForm()}, {"MaintainForm", maintainForm()}, {"DebugForm", debugForm()},
-        {"TrendForm", trendForm()},     {"WarningForm", warningForm()},   {"PrintInfoForm", printInfoForm()},
+        {"HomeForm", homeForm()},
+        {"FileForm", fileForm()},
+        {"AddFileForm", addFileForm()},
+        {"MaterialForm", materialForm()},
+        {"ToolForm", toolForm()},
+        {"SetupForm", setupForm()},
+        {"NetForm", netForm()},
+        {"EmailForm", emailForm()},
+        {"UserInfoForm", userInfoForm()},
+        {"MachineForm", machineForm()},
+        {"MaintainForm", maintainForm()},
+        {"DebugForm", debugForm()},
+        {"TrendForm", trendForm()},
+        {"WarningForm", warningForm()},
+        {"PrintInfoForm", printInfoForm()},
     };
     for (const auto &page : pages) {
         QWidget *other = page.second == homeForm() ? static_cast<QWidget *>(fileForm()) : homeForm();

@@ -1,6 +1,6 @@
-// A day of service of the idle machine: the program's wall clock and its sleeps run 288 times as fast, so that 24 hours
-// pass in five minutes. One daily mail, maintenance counted, a full log rotated, memory held. Exit code 1 when one of
-// them is missed, 2 when nothing could be measured.
+// A day of service of the idle machine: the program's wall clock and its sleeps run 288 times as fast, so
+// that 24 hours pass in five minutes. One daily mail, maintenance counted, a full log rotated, memory held.
+// Exit code 1 when one of them is missed, 2 when nothing could be measured.
 
 #include "TestPrinter.h"
 
@@ -18,9 +18,9 @@ namespace
 {
 constexpr double scale = 288;
 constexpr int daySeconds = 24 * 3600;
-constexpr double warmUpPart = 0.1;       ///< of the day: pages, cards and caches are in memory by then
+constexpr double warmUpPart = 0.1; ///< of the day: pages, cards and caches are in memory by then
 constexpr double growthLimitKB = 3 * 1024;
-constexpr qint64 logLimit = 0x1000000;   ///< at which a log rotates
+constexpr qint64 logLimit = 0x1000000; ///< at which a log rotates
 const char library[] = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1";
 
 double residentKB(qint64 pid)
@@ -97,12 +97,14 @@ int main(int argc, char **argv)
     const double growth = residentKB(pid) - before;
     printer.rig().click("pushButton_home");
     const QString warnings = printer.rig().text("pushButton_warning");
-    bool good = report("program alive", printer.rig().productRuns(), QString("%1 warnings on Home").arg(warnings));
+    bool good =
+        report("program alive", printer.rig().productRuns(), QString("%1 warnings on Home").arg(warnings));
     const int sent = countFiles(mails, "Pelora");
     good &= report("daily mails", sent == 1, QString::number(sent));
     const int due = printer.log().count("00ffff07");
     good &= report("maintenance event rows", due >= 1, QString::number(due));
-    good &= report("log rotated", QFileInfo::exists(log + "1"), QString::number(QFileInfo(log).size()) + " bytes now");
+    good &= report("log rotated", QFileInfo::exists(log + "1"),
+                   QString::number(QFileInfo(log).size()) + " bytes now");
     good &= report("memory growth, limit 3072 kB", growth < growthLimitKB && before > 0,
                    QString("%1 kB on %2 kB").arg(growth).arg(before));
     return good ? 0 : 1;

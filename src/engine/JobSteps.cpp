@@ -7,6 +7,7 @@
 #include "events/OperatorMessage.h"
 #include "events/SendEmail.h"
 #include "frame/JsonConfig.h"
+#include "frame/ProgramVersion.h"
 #include "frame/SqliteUtil.h"
 #include "links/BoardCommands.h"
 #include "platform/Clock.h"
@@ -17,8 +18,6 @@
 
 namespace
 {
-/// Models name the machine that they are prepared for.
-constexpr char ownMachineType[] = "Pelora620";
 constexpr int levellerMinSpeed = 100;
 constexpr unsigned pollMs = 5000; ///< a stop is seen within this time
 
@@ -91,14 +90,14 @@ void PrintService::markStarted(const QString &model)
     sliceToImage()->resetHeadMass();
 }
 
+/// Models name the machine that they are prepared for.
 bool PrintService::acceptMachineType(const QString &machineType)
 {
-    if (machineType == QLatin1String(ownMachineType))
+    if (machineType == machineModel())
         return true;
-    showPrintMessage(
-        JobCode::otherMachine,
-        EventHandler::eventMessage(JobCode::otherMachine).arg(machineType, QLatin1String(ownMachineType)),
-        MessageIcon::critical, MessageButtons::yesNo);
+    showPrintMessage(JobCode::otherMachine,
+                     EventHandler::eventMessage(JobCode::otherMachine).arg(machineType, machineModel()),
+                     MessageIcon::critical, MessageButtons::yesNo);
     return waitMessageForm() != 0;
 }
 

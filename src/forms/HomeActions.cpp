@@ -6,6 +6,7 @@
 #include "forms/HomeForm.h"
 #include "forms/Icons.h"
 #include "forms/MainWindow.h"
+#include "forms/MsgForm.h"
 #include "forms/WarningForm.h"
 #include "links/BoardCommands.h"
 #include "platform/Log.h"
@@ -59,6 +60,17 @@ bool HomeForm::isPlatformInPlace()
     return answer.result() != 0;
 }
 
+/// A message that came up since the press would refuse the questions of the start.
+void HomeForm::waitMessageClosed()
+{
+    QEventLoop loop;
+    connect(msgForm(), &MsgForm::closed, &loop, &QEventLoop::quit);
+    m_asking = true;
+    while (msgForm()->isTaken())
+        loop.exec();
+    m_asking = false;
+}
+
 void HomeForm::setPrintIcon(const QString &name)
 {
     ui->pushButton_printImage->setIcon(darkIcon(name));
@@ -83,6 +95,8 @@ void HomeForm::on_pushButton_printImage_clicked()
         showMessageForm(tr("平台未放好"), MessageIcon::critical, MessageButtons::close, QString());
         return;
     }
+    if (status == PrintStatusIdle)
+        waitMessageClosed();
     if (xdmControl()->getPrintStatus() != status)
         return; // the job was stopped or came to its end while the board was asked
     if (status == PrintStatusIdle && !startJob())

@@ -64,6 +64,7 @@ private:
     void jobThreadFinished();
     bool checkDiskSpace();
     bool isPlatformInPlace();
+    void waitMessageClosed();
     bool startJob();
     void setPrintIcon(const QString &name);
     QString loadFile();

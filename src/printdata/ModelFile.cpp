@@ -171,8 +171,10 @@ int readModelView(const QString &path, QPixmap *view)
     if (!readSettingsText(file, header, &settings))
         return -1;
     QImage picture;
-    if (readPicture(file, pictureBlock(header, previewAt), &picture))
+    if (readPicture(file, pictureBlock(header, previewAt), &picture)) {
+        makeBlackTransparent(&picture);
         *view = QPixmap::fromImage(picture);
+    }
     return 0;
 }
 

@@ -14,7 +14,7 @@ int GetModelBmpAndIni(const QString &path, QPixmap *icon);
 /// The same with an image for an icon. Any thread.
 int readModelIcon(const QString &path, QImage *icon);
 
-/// Fills the large preview, leaving no file behind. 0 or -1. GUI thread.
+/// Fills the large preview, its black transparent, leaving no file behind. 0 or -1. GUI thread.
 int readModelView(const QString &path, QPixmap *view);
 
 /// True for a plain file name: one that stays in its folder and is not the name of a folder of the program's

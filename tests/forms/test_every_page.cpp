@@ -1,4 +1,5 @@
-// What holds for all pages alike: opening them leaves nothing behind, and a finger that presses twice does no harm.
+// What holds for all pages alike: opening them leaves nothing behind, and a finger that presses twice does no
+// harm.
 
 #include "engine/XdmControl.h"
 #include "events/EventHandler.h"
@@ -34,9 +35,9 @@ constexpr qint64 growthLimit = 256 * 1024;
 
 QList<QWidget *> pages()
 {
-    return {homeForm(),  fileForm(),    addFileForm(), materialForm(), toolForm(),     setupForm(),
-            netForm(),   emailForm(),   userInfoForm(), machineForm(), maintainForm(), debugForm(),
-            trendForm(), warningForm(), printInfoForm()};
+    return {homeForm(),     fileForm(),  addFileForm(), materialForm(), toolForm(),
+            setupForm(),    netForm(),   emailForm(),   userInfoForm(), machineForm(),
+            maintainForm(), debugForm(), trendForm(),   warningForm(),  printInfoForm()};
 }
 
 struct Open : QObject {
