@@ -12,8 +12,8 @@ ninja -C "$build" screenshots contact_sheet pelora_translations
 for language in $languages; do
     mkdir -p "docs/screens/$language"
     rm -f "docs/screens/$language"/*.png
-    timeout 120 faketime '2026-11-20 14:32:00' "$build/tests/forms/screenshots" "docs/screens/$language" \
+    timeout 120 faketime '2026-11-20 14:32:00' "$build/screens/screenshots" "docs/screens/$language" \
         "$build/translations/$language.qm" 2> /dev/null
 done
-"$build/tests/forms/contact_sheet" docs/screens/contact-sheet.png docs/screens/{Chinese,English,Turkish,French,Korean}
+"$build/screens/contact_sheet" docs/screens/contact-sheet.png docs/screens/{Chinese,English,Turkish,French,Korean}
 du -sh docs/screens

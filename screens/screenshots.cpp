@@ -12,8 +12,8 @@
 #include "material/TempCtl.h"
 #include "printdata/SliceToImage.h"
 #include "tests/forms/FormRig.h"
-#include "tests/forms/Palette.h"
-#include "tests/forms/ScreenData.h"
+#include "screens/Palette.h"
+#include "screens/ScreenData.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "tests/forms/ScreenData.h"
+#include "screens/ScreenData.h"
 
 #include "events/EventHandler.h"
 #include "events/SendEmail.h"
