@@ -1,5 +1,6 @@
 #include "forms/CopyFile.h"
 
+#include "events/OperatorMessage.h"
 #include "forms/IMsgForm.h"
 #include "platform/Log.h"
 #include "platform/WriteThroughFile.h"
@@ -81,8 +82,8 @@ bool copyFile(IMsgForm *form, const QString &src, const QString &dst, bool keepA
     if (!flushToDisk(to)) // the operator pulls the disk, or an update restarts the computer
         LOG_WARNING(QStringLiteral("flush file error: %1").arg(dst));
     to.close();
-    if (shown)
-        form->closeMessageForm();
+    if (shown) // what came up after the operator closed it stays
+        form->showMessageForm(QString(), MessageIcon::information, MessageButtons::dismiss, QString());
     if (keepAsIs)
         return true;
     if (count != size) {

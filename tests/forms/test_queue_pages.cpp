@@ -214,6 +214,13 @@ private slots:
         QVERIFY(fileForm()->copyFile("source", "target", false));
         QCOMPARE(FormRig::message(), QString("alarm")); // another's message is not the copy's to close
         msgForm()->closeMessageForm();
+        QTimer::singleShot(0, [] { // nor one that came after the operator closed the progress
+            msgForm()->on_pushButton_close_clicked();
+            mainWindow()->showMessageForm("alarm", 3, 0x200000, "");
+        });
+        QVERIFY(fileForm()->copyFile("source", "target", false));
+        QCOMPARE(FormRig::message(), QString("alarm"));
+        msgForm()->closeMessageForm();
     }
 
     void copyFailures()
