@@ -38,6 +38,15 @@ template <class... Values> int note(const char *name, Values... values)
     return failure == failures.end() ? 0 : failure->second;
 }
 
+/// The bytes of a plane's first row, one over the other.
+int firstRow(const HibPackedImage &image, const unsigned char *plane)
+{
+    int bits = 0;
+    for (int column = 0; column < int(image.widthPixels) / 8; ++column)
+        bits |= plane[column];
+    return bits;
+}
+
 /// Asks twice, as boards do that look for a second picture of the transfer.
 void takePicture()
 {
@@ -48,7 +57,8 @@ void takePicture()
     picture = joined(record.widthPixels, record.heightRows, record.imageCount, record.value150, record.dpi,
                      int(record.forward));
     if (record.supportPlane && record.structurePlane)
-        picture += "," + joined(int(record.supportPlane[0]), int(record.structurePlane[0]));
+        picture +=
+            "," + joined(firstRow(record, record.supportPlane), firstRow(record, record.structurePlane));
     if (second.widthPixels)
         picture += ",second";
 }

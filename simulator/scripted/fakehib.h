@@ -11,7 +11,7 @@ const char *fakeHibTakeMasks();
 void fakeHibFail(const char *function, int code);
 /// Every head's waveform from now on, and the encoder's position.
 void fakeHibSet(int knots, float peak, int encoder);
-/// What the last transfer handed over: "width,height,count,150,dpi,forward,first support byte,first structure
-/// byte".
+/// What the last transfer handed over: "width,height,count,150,dpi,forward,support,structure", of both waxes
+/// the bytes of the first row one over the other.
 const char *fakeHibPicture();
 }

@@ -92,13 +92,9 @@ void NetForm::on_pushButton_Save_clicked()
             return;
         }
     }
-    if (m_saving)
-        return;
-    m_saving = true;
     setEnabled(false);
     const LanResult result = offThread([address] { return setLanAddress(address); });
     setEnabled(true);
-    m_saving = false;
     showResult(result);
 }
 

@@ -43,7 +43,6 @@ private:
     void showResult(LanResult result);
 
     std::unique_ptr<Ui::NetForm> ui;
-    bool m_saving = false;
 };
 
 /// The process's one such page. GUI thread.

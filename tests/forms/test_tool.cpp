@@ -8,6 +8,7 @@
 #include "forms/ToolForm.h"
 #include "frame/JsonConfig.h"
 #include "frame/RotatingLog.h"
+#include "platform/Clock.h"
 #include "platform/Volumes.h"
 #include "scripted/climatehib.h"
 #include "tests/forms/FormRig.h"
@@ -16,6 +17,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLibrary>
 #include <QTableView>
@@ -26,7 +28,7 @@ class TestTool : public QObject
 {
     Q_OBJECT
 
-    const bool m_fast = qputenv("PELORA_TIME_SCALE", "2000"); // ten minutes in a second
+    const bool m_fast = qputenv("PELORA_TIME_SCALE", "200"); // ten minutes in three seconds
     FormRig m_rig;
     std::unique_ptr<LogCapture> m_log; // takes over when the test framework has installed its own
     ClimateHib *m_hib = nullptr;
@@ -233,7 +235,10 @@ private slots:
             FormRig::press("pushButton_Power");
             alone = FormRig::message() == "关机中,请稍后..." || FormRig::message().isNull();
         });
+        QElapsedTimer cooling;
+        cooling.start();
         FormRig::press("pushButton_Power");
+        QVERIFY(double(cooling.elapsed()) * timeScale() >= 10 * 60 * 1000);
         QVERIFY(alone && !mainWindow()->centralWidget()->isEnabled());
         for (const auto &degrees : m_hib->setPoints)
             QCOMPARE(degrees.load(), 0.f);

@@ -65,7 +65,8 @@ private slots:
     void leastAndMost()
     {
         writeFile(logs + "temp.csv1", stamp(1439) + temps(20) + stamp(10) + temps(61));
-        writeFile(logs + "temp.csv", stamp(9) + temps(64) + stamp(8) + temps(59) + stamp(0) + temps(60));
+        writeFile(logs + "temp.csv",
+                  stamp(9) + temps(64) + stamp(8) + temps(59) + stamp(7) + temps(62) + stamp(0) + temps(60));
         const TrendData data = read();
         QCOMPARE(shown(data.temps[0]), QString("0:20-20 285:61-61 286:59-64 287:60-60"));
         QCOMPARE(data.temps[0].newest()->set, 60);
