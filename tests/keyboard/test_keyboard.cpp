@@ -263,6 +263,10 @@ private slots:
             const int bottom = box->mapTo(&m_desk->window, QPoint(0, box->height())).y();
             QVERIFY(m_desk->page->y() < 0 && bottom <= m_desk->keyboard->y());
         }
+        m_desk->edit(m_desk->upper);
+        m_desk->text->setGeometry(16, 120, 400, 640); // taller than the room: its beginning stays in sight
+        m_desk->edit(m_desk->text);
+        QVERIFY(m_desk->page->y() < 0 && m_desk->page->y() + m_desk->text->y() >= 0);
         // a button beside the box gets its whole touch before the page goes back
         m_desk->edit(m_desk->lower);
         QSignalSpy clicked(m_desk->button, &QPushButton::clicked);
