@@ -247,6 +247,22 @@ void TestBench::support()
     QCOMPARE(calls.filter("hibSetupAllDotclocks(3,0,").size(), 1);
     QVERIFY(
         boardCalls().contains("2:6200000000000000 2:8000000000000000 2:8e00000090010000 2:8500000000000000"));
+    // A move that comes on the way home is made once the boards count from there, the last one if several.
+    const auto movesOfX = [this] { return m_rig.bridge.count(2, 0x86); };
+    int before = movesOfX();
+    send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", 100}});
+    QVERIFY(waitUntil([&] { return movesOfX() > before; })); // the homing above is over
+    before = movesOfX();
+    m_rig.hibCalls();
+    m_rig.bridge.setBytes(2, 0x70, {{3, 1}}); // X moves
+    send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", 0}});
+    for (const int position : {7000, 9000})
+        send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", position}});
+    QCOMPARE(movesOfX(), before);
+    m_rig.bridge.setBytes(2, 0x70, {});
+    QVERIFY(waitUntil([&] { return movesOfX() > before; }));
+    QVERIFY(m_rig.hibCalls().contains("hibSetEncoderPos(1,1)"));
+    QVERIFY(boardCalls().endsWith("2:8600000028230000"));
 }
 
 void TestBench::normValues()
