@@ -14,6 +14,7 @@
 namespace {
 constexpr int pixelsX = 216; // with 20 blank columns at each side 256 pixels wide
 constexpr int pictureWidth = 256;
+constexpr int settleLimitMs = 60000;
 constexpr double columnUm = 25400.0 / 600.0;
 
 /// Files are linked, config is copied: it is what a test changes.
@@ -82,9 +83,17 @@ bool TestPrinter::start(const QStringList &environment, bool withMachine)
     return (!withMachine || m_rig->startMachine()) && m_rig->startProduct();
 }
 
+bool TestPrinter::settle()
+{
+    if (m_rig->waitFor([this] { return log().contains("card[4]="); }, settleLimitMs))
+        return true;
+    m_error = "the program did not read the bottles: " + m_rig->message()["text"].toString();
+    return false;
+}
+
 bool TestPrinter::print(const QString &name)
 {
-    return m_rig->bringFromUsb(usb(), name) && m_rig->startPrint();
+    return settle() && m_rig->bringFromUsb(usb(), name) && m_rig->startPrint();
 }
 
 QJsonObject TestPrinter::stop()

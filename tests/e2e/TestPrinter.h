@@ -21,7 +21,10 @@ public:
     /// Starts machine and program.
     bool start(const QStringList &environment = {}, bool withMachine = true);
     PrinterRig &rig() { return *m_rig; }
-    /// Brings the model in and starts it.
+    /// Waits until the program has read the four bottles after its start. Their messages own the form until then,
+    /// and what anyone else says is lost.
+    bool settle();
+    /// Settles, brings the model in and starts it.
     bool print(const QString &name);
     /// Ends program and machine; the machine's report.
     QJsonObject stop();
@@ -46,7 +49,7 @@ public:
     QList<QVariantMap> query(const QString &statement);
     /// pelora.log and event.csv.
     QString log() const;
-    QString error() const { return m_rig ? m_rig->error() : m_error; }
+    QString error() const { return m_rig && m_error.isEmpty() ? m_rig->error() : m_error; }
 
 private:
     QTemporaryDir m_folder;

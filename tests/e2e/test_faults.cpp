@@ -93,8 +93,12 @@ void TestFaults::endsAs()
         return rows.size() == 1 && rows[0]["status"].toInt() == 2;
     };
     QVERIFY(printer.rig().waitFor(failed, waitLimitMs));
-    const auto history = printer.query("select * from PrintHistory");
-    QCOMPARE(history.size(), 1);
+    QList<QVariantMap> history; // written after the queue's row
+    const auto recorded = [&] {
+        history = printer.query("select * from PrintHistory");
+        return history.size() == 1;
+    };
+    QVERIFY(printer.rig().waitFor(recorded, waitLimitMs));
     QVERIFY(history[0]["PrintLayer"].toInt() < history[0]["SumLayer"].toInt());
     const QJsonObject standby = printer.rig().machine({"state"})["state"].toObject();
     QCOMPARE(standby["leveller"].toObject()["set"].toInt(), 0);

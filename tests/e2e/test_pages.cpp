@@ -67,7 +67,7 @@ void TestPages::initTestCase()
 {
     for (const char *name : {"戒指 \"17\".tzl", "bar.tzl"})
         QVERIFY2(m_printer.makeModel(name), qPrintable(m_printer.error()));
-    QVERIFY2(m_printer.start(), qPrintable(m_printer.error()));
+    QVERIFY2(m_printer.start() && m_printer.settle(), qPrintable(m_printer.error()));
 }
 
 void TestPages::queueAndDetails()

@@ -35,7 +35,7 @@ void TestServicePage::routinesKeepTheMachinesRules()
 {
     TestPrinter printer;
     QVERIFY(printer.makeModel("bar.tzl"));
-    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY2(printer.start() && printer.settle(), qPrintable(printer.error()));
     PrinterRig &rig = printer.rig();
     QVERIFY2(rig.bringFromUsb(printer.usb(), "bar.tzl"), qPrintable(rig.error()));
     QVERIFY(rig.click("pushButton_home")); // loads it: dots are as wide as its pictures

@@ -307,7 +307,7 @@ QString PrinterRig::waitPrintEnd(int timeoutMs, const std::function<void(const P
     };
     waitFor(ended, timeoutMs);
     if (end.isEmpty()) {
-        fail("the job did not end in time");
+        fail("the job did not end in time; the screen says: " + message()["text"].toString());
         return {};
     }
     answer("close");
