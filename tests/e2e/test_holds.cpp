@@ -52,7 +52,7 @@ void TestHolds::doorOpenInMidJob()
 {
     TestPrinter printer;
     QVERIFY(printer.makeModel("bar.tzl", {}, partHeightMm));
-    QVERIFY2(printer.start(), qPrintable(printer.error()));
+    QVERIFY2(printer.start() && printer.settle(), qPrintable(printer.error()));
     QVERIFY(machine(printer.rig(), {"door", "inkbox", "open"}));
     QVERIFY2(printer.print("bar.tzl"), qPrintable(printer.error()));
     PrinterRig &rig = printer.rig();
