@@ -84,7 +84,7 @@ void XAxis::end(bool isHome)
 void XAxis::home()
 {
     const auto run = [] {
-        const bool isHome = xMoveZero(true) == 0;
+        const bool isHome = xMoveZero_Wait(true) == 0; // the other form takes a silent board for home
         xdmControl()->setDotClock(boards, 0.0f);
         lockHibSetEncoderPos(1, 1);
         xAxis().end(isHome);

@@ -5,10 +5,13 @@
 #include "printdata/SliceToImage.h"
 #include "remote/RemoteCall.h"
 #include "remote/RemoteCommands.h"
+#include "support/LogCapture.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QtTest>
+
+#include <atomic>
 
 namespace
 {
@@ -35,6 +38,7 @@ private slots:
     void commands();
     void waveform();
     void support();
+    void moveWhileHoming();
     void normValues();
     void numbersAtTheirLimits();
 
@@ -247,22 +251,41 @@ void TestBench::support()
     QCOMPARE(calls.filter("hibSetupAllDotclocks(3,0,").size(), 1);
     QVERIFY(
         boardCalls().contains("2:6200000000000000 2:8000000000000000 2:8e00000090010000 2:8500000000000000"));
-    // A move that comes on the way home is made once the boards count from there, the last one if several.
-    const auto movesOfX = [this] { return m_rig.bridge.count(2, 0x86); };
-    int before = movesOfX();
+}
+
+/// A move that comes on the way home is made once the boards count from there, the last one if several.
+void TestBench::moveWhileHoming()
+{
+    constexpr int setSpeed = 0x8e, move = 0x86;
+    const auto homeThenMove = [this] {
+        m_rig.bridge.setBytes(2, 0x70, {{3, 1}}); // X moves
+        send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", 0}});
+        for (const int position : {7000, 9000})
+            send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", position}});
+        return waitUntil([this] { return m_rig.bridge.count(2, setSpeed) == 1; });
+    };
     send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", 100}});
-    QVERIFY(waitUntil([&] { return movesOfX() > before; })); // the homing above is over
-    before = movesOfX();
+    QVERIFY(waitUntil([this] { return m_rig.bridge.count(2, move) == 1; })); // no homing is left from before
     m_rig.hibCalls();
-    m_rig.bridge.setBytes(2, 0x70, {{3, 1}}); // X moves
-    send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", 0}});
-    for (const int position : {7000, 9000})
-        send({{"Device", "Support"}, {"Axis", "X"}, {"Pos", position}});
-    QCOMPARE(movesOfX(), before);
+    m_rig.bridge.clearRecord();
+    std::atomic<bool> areBoardsSet{false};
+    m_rig.bridge.setHandler(2, move, [&](const BoardRequest &request) {
+        areBoardsSet = m_rig.hibCalls().contains("hibSetEncoderPos(1,1)");
+        return request.data;
+    });
+    QVERIFY(homeThenMove());
+    QCOMPARE(m_rig.bridge.count(2, move), 0);
     m_rig.bridge.setBytes(2, 0x70, {});
-    QVERIFY(waitUntil([&] { return movesOfX() > before; }));
-    QVERIFY(m_rig.hibCalls().contains("hibSetEncoderPos(1,1)"));
+    QVERIFY(waitUntil([this] { return m_rig.bridge.count(2, move) == 1; }));
     QVERIFY(boardCalls().endsWith("2:8600000028230000"));
+    QVERIFY(waitUntil([&] { return areBoardsSet.load(); }));
+
+    LogCapture log;
+    QVERIFY(homeThenMove());
+    const auto gaveUp = [&log] { return log.count("x is not home, not moved to 9000") == 1; };
+    QVERIFY(waitUntil(gaveUp, 60000)); // six thousand looks at the axis
+    QCOMPARE(m_rig.bridge.count(2, move), 0);
+    m_rig.bridge.setBytes(2, 0x70, {});
 }
 
 void TestBench::normValues()
