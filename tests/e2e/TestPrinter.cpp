@@ -15,6 +15,7 @@ namespace {
 constexpr int pixelsX = 216; // with 20 blank columns at each side 256 pixels wide
 constexpr int pictureWidth = 256;
 constexpr int settleLimitMs = 60000;
+const QString cardsRead = "card[4]=";
 constexpr double columnUm = 25400.0 / 600.0;
 
 /// Files are linked, config is copied: it is what a test changes.
@@ -85,10 +86,18 @@ bool TestPrinter::start(const QStringList &environment, bool withMachine)
 
 bool TestPrinter::settle()
 {
-    if (m_rig->waitFor([this] { return log().contains("card[4]="); }, settleLimitMs))
+    if (m_rig->waitFor([this] { return log().count(cardsRead) > m_cardReads; }, settleLimitMs))
         return true;
     m_error = "the program did not read the bottles: " + m_rig->message()["text"].toString();
     return false;
+}
+
+bool TestPrinter::restart()
+{
+    if (!m_rig->stopProduct())
+        return false;
+    m_cardReads = log().count(cardsRead);
+    return m_rig->startProduct() && settle();
 }
 
 bool TestPrinter::print(const QString &name)

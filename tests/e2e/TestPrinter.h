@@ -24,6 +24,8 @@ public:
     /// Waits until the program has read the four bottles after its start. Their messages own the form until then,
     /// and what anyone else says is lost.
     bool settle();
+    /// Starts the program anew and settles.
+    bool restart();
     /// Settles, brings the model in and starts it.
     bool print(const QString &name);
     /// Ends program and machine; the machine's report.
@@ -55,6 +57,7 @@ private:
     QTemporaryDir m_folder;
     std::unique_ptr<PrinterRig> m_rig;
     QString m_error;
+    int m_cardReads = 0; // before this start, by the log
     quint16 m_remotePort = 0;
     double m_scale = RigOptions().scale;
 };
